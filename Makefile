@@ -1,0 +1,23 @@
+# Two set-up commands: `make demo` and `make test`.
+BUILD ?= build
+JOBS ?= 2
+
+.PHONY: all build test demo clean
+
+all: build
+
+$(BUILD)/CMakeCache.txt:
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+build: $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS)
+
+test: build
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+demo: build
+	@mkdir -p demo-output
+	cd demo-output && ../$(BUILD)/zemok < ../examples/demo-session.cmd | tee demo-transcript.txt
+
+clean:
+	rm -rf $(BUILD) build-san demo-output

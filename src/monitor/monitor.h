@@ -1,0 +1,31 @@
+// The program's start and the monitor: E4MAIN, E4MON1, the command-line
+// lists, and the reset of the monitor's state used by tests.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct MonitorState;
+
+// Keys (words beginning with "/" or "-") and arguments of the program's
+// command line, each at most 128 characters.
+struct CommandLineLists {
+    std::vector<std::string> keys;
+    std::vector<std::string> args;
+};
+
+const CommandLineLists& commandLineLists();
+// Splits the program's command line into keys and arguments.
+void splitCommandLine(const std::string& commandLine);
+
+// The command monitor.  status 1: a command failed in auto mode.
+void E4MON1(int& status);
+// Start, monitor and closing; returns the process exit code after the
+// closing line was written (the program entry stops with it).
+int E4MAIN();
+
+MonitorState& monitorState();
+// Puts sysinf, E4DataSet, the monitor's state and the unit table in the
+// program's start state.
+void resetProgramState();
+void resetMonitorState();

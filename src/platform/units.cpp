@@ -1,0 +1,259 @@
+// Unit table: unit::open, close, rewind, backspace, readRecord, readDirect,
+// writeDirect, writeBytes, endOpenRecord; formatted and list-directed writes.
+#include "platform/units.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <iostream>
+#include <map>
+#include <memory>
+#include <unistd.h>
+
+namespace unit {
+namespace {
+
+struct Channel {
+    std::FILE* file = nullptr;
+    std::string name;
+    OpenSpec spec;
+    bool openRecord = false;  // a '$' write left the record open
+};
+
+std::istream* terminalIn = &std::cin;
+std::ostream* terminalOut = &std::cout;
+bool terminalRecordOpen = false;
+bool terminalEnded = false;
+
+std::map<int, Channel>& table() {
+    static std::map<int, Channel> channels;
+    return channels;
+}
+
+Channel* fileChannel(int u) {
+    auto it = table().find(u);
+    return it == table().end() ? nullptr : &it->second;
+}
+
+const char* modeFor(const OpenSpec& spec, bool exists) {
+    if (spec.status == Status::Replace || spec.status == Status::Scratch || !exists) return "w+b";
+    return "r+b";
+}
+
+int checkStatus(const OpenSpec& spec, bool exists) {
+    if (spec.status == Status::Old && !exists) return IOERR_MISSING;
+    if (spec.status == Status::New && exists) return IOERR_EXISTS;
+    return 0;
+}
+
+// Sequential files: writing a record makes it the last one of the file.
+void truncateHere(Channel& c) {
+    long here = std::ftell(c.file);
+    if (here < 0) return;
+    std::fflush(c.file);
+    if (std::filesystem::file_size(c.name) > static_cast<std::uintmax_t>(here)) {
+        [[maybe_unused]] int rc = ftruncate(fileno(c.file), here);
+        std::fseek(c.file, here, SEEK_SET);
+    }
+}
+
+}  // namespace
+
+void setTerminal(std::istream* in, std::ostream* out) {
+    terminalIn = in ? in : &std::cin;
+    terminalOut = out ? out : &std::cout;
+}
+
+void resetTerminal() {
+    terminalIn = &std::cin;
+    terminalOut = &std::cout;
+    terminalRecordOpen = false;
+    terminalEnded = false;
+}
+
+void resetUnits() {
+    for (auto& [u, c] : table()) {
+        if (c.file) std::fclose(c.file);
+    }
+    table().clear();
+    resetTerminal();
+}
+
+bool isTerminal(int u) { return u == 5 || u == 6 || u == -1; }
+
+bool terminalInputEnded() { return terminalEnded; }
+
+int open(int u, std::string_view fileName, const OpenSpec& spec) {
+    if (isTerminal(u) || u == 0) return IOERR_BAD_UNIT;
+    if (isOpen(u)) close(u);
+    std::string name(fileName);
+    while (!name.empty() && name.back() == ' ') name.pop_back();
+    if (name.empty()) return IOERR_OPEN_FAILED;
+    std::error_code ec;
+    bool exists = std::filesystem::exists(name, ec);
+    if (int st = checkStatus(spec, exists)) return st;
+    if (exists && std::filesystem::is_directory(name, ec)) return IOERR_OPEN_FAILED;
+    std::FILE* f = std::fopen(name.c_str(), modeFor(spec, exists));
+    if (!f && exists) f = std::fopen(name.c_str(), "rb");  // read-only file
+    if (!f) return IOERR_OPEN_FAILED;
+    if (spec.position == Position::Append) std::fseek(f, 0, SEEK_END);
+    Channel c;
+    c.file = f;
+    c.name = name;
+    c.spec = spec;
+    table()[u] = c;
+    return 0;
+}
+
+int close(int u, bool deleteFile) {
+    Channel* c = fileChannel(u);
+    if (!c) return 0;  // closing an unconnected channel is no error
+    if (c->openRecord) std::fputc('\n', c->file);
+    std::fclose(c->file);
+    std::string name = c->name;
+    bool scratch = c->spec.status == Status::Scratch;
+    table().erase(u);
+    if (deleteFile || scratch) std::filesystem::remove(name);
+    return 0;
+}
+
+int rewind(int u) {
+    Channel* c = fileChannel(u);
+    if (!c) return isTerminal(u) ? 0 : IOERR_NOT_OPEN;
+    if (c->openRecord) std::fputc('\n', c->file);
+    c->openRecord = false;
+    std::fseek(c->file, 0, SEEK_SET);
+    return 0;
+}
+
+int backspace(int u) {
+    Channel* c = fileChannel(u);
+    if (!c) return IOERR_NOT_OPEN;
+    long pos = std::ftell(c->file);
+    if (pos <= 0) return 0;
+    long p = pos - 1;  // the end of the record just read
+    while (p > 0) {
+        std::fseek(c->file, p - 1, SEEK_SET);
+        if (std::fgetc(c->file) == '\n') break;
+        --p;
+    }
+    std::fseek(c->file, p, SEEK_SET);
+    return 0;
+}
+
+bool isOpen(int u) { return fileChannel(u) != nullptr; }
+
+std::string fileNameOf(int u) {
+    Channel* c = fileChannel(u);
+    return c ? c->name : std::string();
+}
+
+int readRecord(int u, std::string& record) {
+    record.clear();
+    if (u == 5 || u == -1) {
+        if (!std::getline(*terminalIn, record)) {
+            terminalIn->clear();
+            terminalEnded = true;
+            return IOSTAT_END;
+        }
+    } else {
+        Channel* c = fileChannel(u);
+        if (!c) return IOERR_NOT_OPEN;
+        if (c->spec.access == Access::Direct) return IOERR_BAD_ACCESS;
+        int ch = std::fgetc(c->file);
+        if (ch == EOF) return std::ferror(c->file) ? IOERR_READ : IOSTAT_END;
+        while (ch != EOF && ch != '\n') {
+            record.push_back(static_cast<char>(ch));
+            ch = std::fgetc(c->file);
+        }
+    }
+    if (!record.empty() && record.back() == '\r') record.pop_back();
+    return 0;
+}
+
+int readDirect(int u, int rec, float* values, int n) {
+    Channel* c = fileChannel(u);
+    if (!c) return IOERR_NOT_OPEN;
+    if (c->spec.access != Access::Direct) return IOERR_BAD_ACCESS;
+    long recl = c->spec.recordLength;
+    if (rec < 1 || n < 0 || static_cast<long>(n) * 4 > recl) return IOERR_BAD_RECORD;
+    if (std::fseek(c->file, (rec - 1) * recl, SEEK_SET) != 0) return IOERR_BAD_RECORD;
+    std::size_t got = std::fread(values, 4, static_cast<std::size_t>(n), c->file);
+    if (got != static_cast<std::size_t>(n)) return IOERR_BAD_RECORD;
+    return 0;
+}
+
+int writeDirect(int u, int rec, const float* values, int n) {
+    Channel* c = fileChannel(u);
+    if (!c) return IOERR_NOT_OPEN;
+    if (c->spec.access != Access::Direct) return IOERR_BAD_ACCESS;
+    long recl = c->spec.recordLength;
+    if (rec < 1 || n < 0 || static_cast<long>(n) * 4 > recl) return IOERR_BAD_RECORD;
+    if (std::fseek(c->file, (rec - 1) * recl, SEEK_SET) != 0) return IOERR_BAD_RECORD;
+    std::string record(static_cast<std::size_t>(recl), '\0');
+    std::copy_n(reinterpret_cast<const char*>(values), n * 4, record.begin());
+    if (std::fwrite(record.data(), 1, record.size(), c->file) != record.size()) return IOERR_WRITE;
+    return 0;
+}
+
+int writeBytes(int u, std::string_view bytes) {
+    if (u == 6 || u == -1 || u == 5) {
+        terminalOut->write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        terminalOut->flush();
+        if (!bytes.empty()) terminalRecordOpen = bytes.back() != '\n';
+        return terminalOut->good() ? 0 : IOERR_WRITE;
+    }
+    Channel* c = fileChannel(u);
+    if (!c) return IOERR_NOT_OPEN;
+    if (c->spec.access == Access::Direct) return IOERR_BAD_ACCESS;
+    if (!c->openRecord) truncateHere(*c);
+    if (std::fwrite(bytes.data(), 1, bytes.size(), c->file) != bytes.size()) return IOERR_WRITE;
+    std::fflush(c->file);
+    if (!bytes.empty()) c->openRecord = bytes.back() != '\n';
+    return 0;
+}
+
+int endOpenRecord(int u) {
+    bool open = isTerminal(u) ? terminalRecordOpen : (fileChannel(u) && fileChannel(u)->openRecord);
+    return open ? writeBytes(u, "\n") : 0;
+}
+
+int flush(int u) {
+    if (isTerminal(u)) {
+        terminalOut->flush();
+        return 0;
+    }
+    Channel* c = fileChannel(u);
+    if (!c) return IOERR_NOT_OPEN;
+    std::fflush(c->file);
+    return 0;
+}
+
+std::string ioText(int iostat) {
+    switch (iostat) {
+        case 0: return "no error";
+        case IOSTAT_END: return "end of file";
+        case IOERR_NOT_OPEN: return "channel is not connected";
+        case IOERR_OPEN_FAILED: return "file cannot be opened";
+        case IOERR_EXISTS: return "file already exists";
+        case IOERR_MISSING: return "file does not exist";
+        case IOERR_READ: return "read error";
+        case IOERR_WRITE: return "write error";
+        case IOERR_BAD_RECORD: return "record does not exist";
+        case IOERR_BAD_ACCESS: return "operation not allowed for this access";
+        case IOERR_BAD_UNIT: return "channel number not allowed";
+        default: return "input/output error";
+    }
+}
+
+}  // namespace unit
+
+int writeItems(int u, std::string_view format, const FmtItems& items) {
+    FormattedText out = formatRecords(format, items);
+    if (out.advance) out.text.push_back('\n');
+    return unit::writeBytes(u, out.text);
+}
+
+int writeListItems(int u, const FmtItems& items) {
+    return unit::writeBytes(u, listDirected(items) + "\n");
+}

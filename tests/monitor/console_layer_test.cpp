@@ -1,0 +1,164 @@
+// The console layer: the layout of a prompt, reading a reply with comments
+// and defaults, the message writers and the channel convention.
+#include "monitor/console_layer.h"
+#include "monitor/monitor.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+class Console : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        unit::setTerminal(&in, &out);
+    }
+    void TearDown() override { unit::resetUnits(); }
+    void type(const std::string& text) {
+        in.str(text);
+        in.clear();
+    }
+    std::istringstream in;
+    std::ostringstream out;
+};
+
+TEST_F(Console, PromptIsDottedUpToTheCursorColumn) {
+    I05ASK("Enter the format code", 60);
+    // 1 blank, the text, a blank, dots up to column 58, ": " in 59 and 60.
+    std::string expected = " Enter the format code " + std::string(35, '.') + ": ";
+    EXPECT_EQ(out.str(), expected);
+    EXPECT_EQ(out.str().find(':'), 58u);  // the colon stands in column 59
+}
+
+TEST_F(Console, PromptEndingInAColonShowsOnlyOneColon) {
+    I05ASK("Name:", 12);
+    EXPECT_EQ(out.str(), " Name ....: ");
+}
+
+TEST_F(Console, PromptLongerThanTheCursorIsNotDotted) {
+    std::string text(65, 'x');
+    I05ASK(text, 60);
+    EXPECT_EQ(out.str(), " " + text + ": ");
+    out.str("");
+    I05ASK("ZEMOK", 0);
+    EXPECT_EQ(out.str(), " ZEMOK: ");
+    out.str("");
+    I05ASK("", 3);  // nothing to show and no room for dots
+    EXPECT_EQ(out.str(), " : ");
+}
+
+TEST_F(Console, PromptOneShortOfTheDotsGetsOnlyTheBlank) {
+    I05ASK("abcdef", 10);  // L + 4 = C: a blank, no dots
+    EXPECT_EQ(out.str(), " abcdef : ");
+    out.str("");
+    I05ASK("abcdefg", 10);  // L + 3 = C: nothing added
+    EXPECT_EQ(out.str(), " abcdefg: ");
+}
+
+TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
+    sysinf.screenW = 0;
+    I05ASK("Q", 70);
+    std::string expected =
+        " I05ASK ---E- \"screenW\" from  @sysinf.fi  not defined!\n"
+        "              Don't forget to include  @sysinf.fd  in the main program!\n"
+        " Q " + std::string(54, '.') + ": ";
+    EXPECT_EQ(out.str(), expected);
+}
+
+TEST_F(Console, ReplyIsCutAtItsFirstCommentCharacter) {
+    type("abc ! comment\n! all comment\n  x#y\n");
+    std::string line(80, '?');
+    int len = -1, status = -1;
+    I05RSL(5, line, len, "!#~ ", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(len, 3);
+    EXPECT_EQ(line, "abc" + std::string(77, ' '));
+    I05RSL(5, line, len, "!#~ ", status);
+    EXPECT_EQ(len, 0);
+    EXPECT_EQ(line, std::string(80, ' '));
+    I05RSL(5, line, len, "", status);  // no comment set: kept whole
+    EXPECT_EQ(len, 5);
+    I05RSL(5, line, len, "", status);
+    EXPECT_EQ(status, 1);
+}
+
+TEST_F(Console, ReplyLongerThanTheFieldIsCutAndTabsAreBlanks) {
+    type(std::string(100, 'a') + "\n\tb\t\n");
+    std::string line(80, ' ');
+    int len = 0, status = 0;
+    I05RSL(5, line, len, "!", status);
+    EXPECT_EQ(len, 80);
+    I05RSL(5, line, len, "!", status);
+    EXPECT_EQ(len, 2);
+    EXPECT_EQ(line.substr(0, 3), " b ");
+    std::string none;
+    I05RSL(5, none, len, "!", status);
+    EXPECT_EQ(status, -2);
+}
+
+TEST_F(Console, EmptyReplyKeepsTheDefault) {
+    type("\nnew\n");
+    std::string line = "old" + std::string(29, ' ');
+    int len = 0, status = 0;
+    I05RSLD(5, line, len, "!", status);
+    EXPECT_EQ(len, 3);
+    EXPECT_EQ(line.substr(0, 3), "old");
+    I05RSLD(5, line, len, "!", status);
+    EXPECT_EQ(line.substr(0, 4), "new ");
+}
+
+TEST(ConsoleDeath, ZeroInputChannelStopsTheProgram) {
+    std::string line(10, ' ');
+    int len = 0, status = 0;
+    EXPECT_EXIT(I05RSL(0, line, len, "", status), ::testing::ExitedWithCode(1),
+                "");
+}
+
+TEST_F(Console, MonitorMessagesGoToTheDataChannelAndTheTerminal) {
+    E04MES("   ");
+    EXPECT_EQ(out.str(), "");
+    E04MES(std::string(100, 'm'));
+    EXPECT_EQ(out.str(), " " + std::string(79, 'm') + "\n");
+    out.str("");
+    std::string file = (std::filesystem::temp_directory_path() / "zemok-e04mes.txt").string();
+    unit::open(7, file, {unit::Status::Replace});
+    sysinf.dwUnit = 7;
+    E04MES("to file");
+    EXPECT_EQ(out.str(), " to file\n");  // interactive: also on the terminal
+    sysinf.MODEE4 = 1;
+    E04MES("auto");
+    EXPECT_EQ(out.str(), " to file\n");
+    unit::close(7);
+    std::ifstream back(file);
+    std::stringstream s;
+    s << back.rdbuf();
+    EXPECT_EQ(s.str(), " to file\n auto\n");
+    std::filesystem::remove(file);
+}
+
+TEST_F(Console, ErrorLineAndPlainLines) {
+    I05ERR("I05RSL", unit::IOERR_READ);
+    I05ERR("I05FCBD1", unit::IOERR_READ);
+    EXPECT_EQ(out.str(),
+              " I05RSL ---E- Error code: {1005}. read error\n"
+              " I05FCBD1 -E- Error code: {1005}. read error\n");
+    out.str("");
+    int status = -1;
+    I05LINE(0, "", status);
+    EXPECT_EQ(status, 0);
+    I05LINE(6, "text  ", status);
+    I05MES("");
+    I05MES("mes");
+    EXPECT_EQ(out.str(), " text\n\n mes\n");
+    EXPECT_EQ(writerChannel(-3), 6);
+    EXPECT_EQ(writerChannel(5), 6);
+    EXPECT_EQ(writerChannel(7), 7);
+}
+
+}  // namespace

@@ -1,0 +1,164 @@
+// Tests of free-form reading: item splitting, number conversion and reads
+// that run over several records.
+#include "platform/list_directed_read.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Items = std::vector<std::string>;
+
+TEST(ListItems, BlanksCommasAndQuotesSeparate) {
+    EXPECT_EQ(listItems("  1, 2.5  abc ,'it''s here' "), (Items{"1", "2.5", "abc", "it's here"}));
+    EXPECT_EQ(listItems("\t4\t\"a,b\"\tx"), (Items{"4", "a,b", "x"}));
+    EXPECT_EQ(listItems(""), Items{});
+    EXPECT_EQ(listItems("   "), Items{});
+}
+
+TEST(ListItems, NullValuesBetweenCommas) {
+    EXPECT_EQ(listItems("1,,3"), (Items{"1", "", "3"}));
+    EXPECT_EQ(listItems(",2"), (Items{"", "2"}));
+    EXPECT_EQ(listItems("1 , , 2"), (Items{"1", "", "2"}));
+    // A comma before the record end ends the value; it adds no null.
+    EXPECT_EQ(listItems("1,2,"), (Items{"1", "2"}));
+}
+
+TEST(ListItems, RepeatCounts) {
+    EXPECT_EQ(listItems("3*7 2*"), (Items{"7", "7", "7", "", ""}));
+    EXPECT_EQ(listItems("2*'a b',1"), (Items{"a b", "a b", "1"}));
+    EXPECT_EQ(listItems("0*5 x*2"), (Items{"0*5", "x*2"}));
+}
+
+TEST(ListItems, SlashEndsTheItems) {
+    bool slash = false;
+    EXPECT_EQ(listItems("1 2 / 3", &slash), (Items{"1", "2"}));
+    EXPECT_TRUE(slash);
+    EXPECT_EQ(listItems("'a/b' 2", &slash), (Items{"a/b", "2"}));
+    EXPECT_FALSE(slash);
+}
+
+TEST(ListConvert, Integers) {
+    int v = 99;
+    EXPECT_EQ(listReadInt("42", v), 0);
+    EXPECT_EQ(v, 42);
+    EXPECT_EQ(listReadInt("-7", v), 0);
+    EXPECT_EQ(v, -7);
+    EXPECT_EQ(listReadInt("+3", v), 0);
+    EXPECT_EQ(v, 3);
+    EXPECT_EQ(listReadInt("-2147483648", v), 0);
+    EXPECT_EQ(v, -2147483647 - 1);
+    EXPECT_EQ(listReadInt("", v), 0);
+    EXPECT_EQ(v, -2147483647 - 1);
+    for (const char* bad : {"2147483648", "1.0", "1e3", "-", "12a", "abc", "99999999999999999999"})
+        EXPECT_EQ(listReadInt(bad, v), LIST_BAD_ITEM) << bad;
+    EXPECT_EQ(v, -2147483647 - 1);
+}
+
+TEST(ListConvert, RealForms) {
+    struct Case {
+        const char* text;
+        double value;
+    };
+    for (Case c : {Case{"1.5E3", 1500.0}, Case{"1.5D3", 1500.0}, Case{"1e-3", 0.001}, Case{".5", 0.5},
+                   Case{"5.", 5.0}, Case{"-2", -2.0}, Case{"1.5+3", 1500.0}, Case{"2.5d-1", 0.25},
+                   Case{"+0.1", 0.1}, Case{"5.e1", 50.0}, Case{"7q0", 7.0}}) {
+        double v = -1.0;
+        EXPECT_EQ(listReadReal(c.text, v), 0) << c.text;
+        EXPECT_EQ(v, c.value) << c.text;
+    }
+    double v = 0.0;
+    EXPECT_EQ(listReadReal("-Infinity", v), 0);
+    EXPECT_EQ(v, -INFINITY);
+    EXPECT_EQ(listReadReal("nan", v), 0);
+    EXPECT_TRUE(std::isnan(v));
+    v = 3.0;
+    EXPECT_EQ(listReadReal("", v), 0);
+    EXPECT_EQ(v, 3.0);
+    for (const char* bad : {"1.5.3", "e3", ".", "1e", "abc", "1,5", "1e400", "--1", "1.5e+"})
+        EXPECT_EQ(listReadReal(bad, v), LIST_BAD_ITEM) << bad;
+    EXPECT_EQ(v, 3.0);
+}
+
+// A record source over a list of lines; -1 after the last.
+struct Lines {
+    std::vector<std::string> lines;
+    size_t next = 0;
+    int status = -1;
+    ListReader reader() {
+        return ListReader([this](std::string& rec) {
+            if (next >= lines.size()) return status;
+            rec = lines[next++];
+            return 0;
+        });
+    }
+};
+
+TEST(ListReaderTest, ReadRunsOverRecordsAndDropsTheRest) {
+    Lines src{{"1 2", "", "3 4 5", "6"}};
+    ListReader r = src.reader();
+    int v[4] = {0, 0, 0, 0};
+    EXPECT_EQ(r.readInts(v, 4), 0);
+    EXPECT_EQ(v[0] + 10 * v[1] + 100 * v[2] + 1000 * v[3], 4321);
+    EXPECT_EQ(r.readInts(v, 1), 0);
+    EXPECT_EQ(v[0], 6);
+    EXPECT_EQ(r.readInts(v, 1), -1);
+}
+
+TEST(ListReaderTest, EndOfInputAndFailures) {
+    Lines src{{"1 2"}};
+    int v[3] = {0, 0, 77};
+    EXPECT_EQ(src.reader().readInts(v, 3), -1);
+    EXPECT_EQ(v[1], 2);
+    EXPECT_EQ(v[2], 77);
+    Lines failing{{}, 0, 1005};
+    EXPECT_EQ(failing.reader().readInts(v, 1), 1005);
+    Lines bad{{"1 x 3"}};
+    v[0] = v[1] = 0;
+    EXPECT_EQ(bad.reader().readInts(v, 3), LIST_BAD_ITEM);
+    EXPECT_EQ(v[0], 1);
+}
+
+TEST(ListReaderTest, SlashAndNullsKeepValues) {
+    Lines src{{"1 / 9", "5", "1,,3"}};
+    ListReader r = src.reader();
+    int v[3] = {0, 8, 8};
+    EXPECT_EQ(r.readInts(v, 3), 0);
+    EXPECT_EQ(v[0], 1);
+    EXPECT_EQ(v[1], 8);
+    EXPECT_EQ(r.readInts(v, 1), 0);
+    EXPECT_EQ(v[0], 5);
+    v[1] = 9;
+    EXPECT_EQ(r.readInts(v, 3), 0);
+    EXPECT_EQ(v[0], 1);
+    EXPECT_EQ(v[1], 9);
+    EXPECT_EQ(v[2], 3);
+}
+
+TEST(ListReaderTest, EmptyReadSkipsOneRecord) {
+    Lines src{{"skip me", "7"}};
+    ListReader r = src.reader();
+    int v = 0;
+    EXPECT_EQ(r.readInts(&v, 0), 0);
+    EXPECT_EQ(r.readInts(&v, 1), 0);
+    EXPECT_EQ(v, 7);
+}
+
+TEST(ListReaderTest, RealsAndTexts) {
+    Lines src{{"1 2.5e0", "SPHERE 'long text here' CYLINDER"}};
+    ListReader r = src.reader();
+    double x[2] = {0, 0};
+    EXPECT_EQ(r.readReals(x, 2), 0);
+    EXPECT_EQ(x[0], 1.0);
+    EXPECT_EQ(x[1], 2.5);
+    std::string t[3] = {std::string(8, ' '), std::string(), std::string(3, ' ')};
+    EXPECT_EQ(r.readTexts(t, 3), 0);
+    EXPECT_EQ(t[0], "SPHERE  ");
+    EXPECT_EQ(t[1], "long text here");
+    EXPECT_EQ(t[2], "CYL");
+}
+
+}  // namespace

@@ -1,0 +1,87 @@
+// Tests of R02CSO: the four actions, a full and an empty stack, cut texts,
+// and every message.
+#include "console_fixture.h"
+
+#include "textfile/command_stack.h"
+
+#include <vector>
+
+namespace {
+
+class CommandStackTest : public ConsoleFixture {
+protected:
+    std::vector<std::string> stack = std::vector<std::string>(20, std::string(80, ' '));
+    std::string command;
+    int sp = 0;
+    int status = 99;
+
+    // Runs the action; returns the command field trimmed, the status and sp.
+    std::string run(const std::string& text, const std::string& action) {
+        command = field(text, 80);
+        R02CSO(command, action, stack, 20, sp, status);
+        return command.substr(0, command.find_last_not_of(' ') + 1) + "|" + std::to_string(status) + "|" +
+               std::to_string(sp);
+    }
+};
+
+TEST_F(CommandStackTest, PushUpToTheLastEntryThenOverflow) {
+    for (int k = 1; k <= 19; ++k) {
+        std::string text = "CMD " + std::to_string(k);
+        ASSERT_EQ(run(text, "PUSH"), text + "|0|" + std::to_string(k));
+    }
+    EXPECT_EQ(run("CMD 20", "push"), "CMD 20|1|20");
+    EXPECT_EQ(output(), "");
+    EXPECT_EQ(run("CMD 21", "PUSH"), "CMD 21|-1|20");
+    EXPECT_EQ(stack[19], field("CMD 20", 80));
+    EXPECT_EQ(output(), " R02CSO ---E- Command stack overflow.\n");
+}
+
+TEST_F(CommandStackTest, ReadKeepsPopRemovesClearEmpties) {
+    run("RUN", "PUSH");
+    run("  LOAD,XSTART  ", "PUSH");
+    EXPECT_EQ(run("", "READ"), "  LOAD,XSTART|0|2");
+    EXPECT_EQ(run("", "POP"), "  LOAD,XSTART|0|1");
+    EXPECT_EQ(stack[1], field("", 80));
+    EXPECT_EQ(run("", "Pop"), "RUN|0|0");
+    run("A", "PUSH");
+    EXPECT_EQ(run("", "CLEAR"), "|0|0");
+    EXPECT_EQ(stack[0], field("", 80));
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(CommandStackTest, EmptyAndOverfilledStacks) {
+    EXPECT_EQ(run("junk", "POP"), "|2|0");
+    EXPECT_EQ(run("junk", "READ"), "|2|0");
+    sp = 21;
+    EXPECT_EQ(run("", "POP"), "|-1|21");
+    EXPECT_EQ(output(),
+              " R02CSO ---W- Command stack is empty.\n R02CSO ---W- Command stack is empty.\n"
+              " R02CSO ---W- Exceeded # of stack elements.\n");
+}
+
+TEST_F(CommandStackTest, CutTextsAndBadArguments) {
+    command = std::string(85, 'B');
+    R02CSO(command, "PUSH", stack, 20, sp, status);
+    EXPECT_EQ(stack[0] + std::to_string(status), std::string(80, 'B') + "-4");
+    std::string shortField(5, ' '), none;
+    R02CSO(shortField, "POP", stack, 20, sp, status);
+    EXPECT_EQ(shortField + std::to_string(status) + std::to_string(sp), "BBBBB-50");
+    run("X", "JUMP  ");
+    EXPECT_EQ(status, -2);
+    R02CSO(command, "PUSH", stack, 0, sp, status);
+    EXPECT_EQ(status, -3);
+    std::vector<std::string> flat(20, std::string());
+    R02CSO(command, "PUSH", flat, 20, sp, status);
+    EXPECT_EQ(status, -10);
+    R02CSO(none, "POP", stack, 20, sp, status);
+    EXPECT_EQ(status, -10);
+    EXPECT_EQ(output(),
+              " R02CSO ---E- Unsufficient LENGTH( stack ), input string truncated.\n"
+              " R02CSO ---E- Unsufficient LENGTH( command ), stack value truncated.\n"
+              " R02CSO ---E- Wrong stack action: \"JUMP\".\n"
+              " R02CSO ---E- Zero stack length dimensioned.\n"
+              " R02CSO ---E- Zero size of \"stack\" variable.\n"
+              " R02CSO ---E- Zero size of \"command\" variable.\n");
+}
+
+}  // namespace

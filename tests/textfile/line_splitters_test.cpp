@@ -1,0 +1,138 @@
+// Tests of R02CLS (with the monitor's command split) and R02CLS2, and random
+// and over-long lines through them and R02GEL.
+#include "console_fixture.h"
+
+#include "textfile/line_splitters.h"
+
+#include <array>
+#include <random>
+#include <vector>
+
+namespace {
+
+class LineSplittersTest : public ConsoleFixture {
+protected:
+    std::array<std::string, 6> words;
+    int status = 99;
+
+    // The monitor's split: the trimmed words joined by "|", then the status.
+    std::string split(const std::string& line) {
+        splitMonitorCommand(line, words.data(), status);
+        std::string joined;
+        for (const std::string& w : words) joined += w.substr(0, w.find_last_not_of(' ') + 1) + "|";
+        return joined + std::to_string(status);
+    }
+};
+
+TEST_F(LineSplittersTest, MonitorCommandLines) {
+    EXPECT_EQ(split("LOAD,XSTART = 1.5 ; 2"), "LOAD|XSTART=1.5|2||||1");
+    EXPECT_EQ(split("report,,data"), "report||data||||1");
+    EXPECT_EQ(split("A B C D E F"), "A|B|C|D|E|F|1");
+    EXPECT_EQ(split("A B C D E F G H"), "A|B|C|D|E|F|0");
+    EXPECT_EQ(split(""), "||||||0");
+    EXPECT_EQ(split("  !RUN"), "||||||0");
+    EXPECT_EQ(split("RUN ! go on"), "RUN||||||1");
+    EXPECT_EQ(split("RUN !go"), "RUN|!go|||||1");  // the last word is kept
+    EXPECT_EQ(output(), "");
+    EXPECT_EQ(split("OPEN " + std::string(40, 'N')), "OPEN|" + std::string(32, 'N') + "|||||1");
+    EXPECT_EQ(split("=X"), "||||||-2");
+    EXPECT_EQ(output(),
+              " R02GEL ---W- Exceeded maximum word length (32).\n"
+              " R02GEL ---E- No left word for linking.\n R02CLS ---E- A fatal error encountered.\n");
+}
+
+TEST_F(LineSplittersTest, WordNumbersWidthsAndDelimiters) {
+    std::array<std::string, 3> w{field("old", 8), field("old", 8), field("old", 8)};
+    R02CLS("A B C", w.data(), 3, 2, " ", "", status);
+    EXPECT_EQ(w[0] + w[1] + w[2], field("old", 8) + field("B", 8) + field("C", 8));
+    R02CLS("A=B", w.data(), 2, 1, " =", "", status);  // "=" delimits, so it does not link
+    EXPECT_EQ(w[0] + w[1], field("A", 8) + field("B", 8));
+    R02CLS("A B", w.data(), 2, 3, " ", "", status);
+    EXPECT_EQ(status, -11);
+    w[1].clear();
+    R02CLS("A B", w.data(), 3, 1, " ", "", status);
+    EXPECT_EQ(status, -12);
+    EXPECT_EQ(output(), " R02CLS ---E- Exceeded max. number of words.\n R02CLS ---E- Zero word length dimensioned.\n");
+}
+
+TEST_F(LineSplittersTest, NameAndValue) {
+    std::string w1(8, '?'), w2(8, '?'), none;
+    int count = 0;
+    R02CLS2("FILE=name.dat", w1, w2, count, status);
+    EXPECT_EQ(w1 + w2 + std::to_string(count), "FILE    name.dat2");
+    R02CLS2("  FILE = x y ", w1, w2, count, status);
+    EXPECT_EQ(w1 + w2 + std::to_string(count), "FILE    x       2");
+    R02CLS2(" name ", w1, w2, count, status);
+    EXPECT_EQ(w1 + w2 + std::to_string(count), "name            1");
+    R02CLS2("FILE=", w1, w2, count, status);
+    EXPECT_EQ(count, 1);
+    R02CLS2("   ", w1, w2, count, status);
+    EXPECT_EQ(status, -12);
+    R02CLS2("A=B", w1, none, count, status);
+    EXPECT_EQ(status, -11);
+    EXPECT_EQ(output(), " R02CLS2 --E- Zero word length dimensioned.\n");
+}
+
+TEST_F(LineSplittersTest, RandomAndOverlongLinesGiveDefinedStatuses) {
+    std::mt19937 rng(20240611u);
+    auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
+    const std::string special = " ,;=!'\"()[]\t";
+    for (int n = 0; n < 3000; ++n) {
+        std::string line;
+        int length = pick(0, 9) == 0 ? 10000 : pick(0, 120);
+        for (int i = 0; i < length; ++i) {
+            int kind = pick(0, 3);
+            line += kind == 0 ? special[static_cast<std::size_t>(pick(0, 11))]
+                              : static_cast<char>(kind == 1 ? pick(0, 255) : pick('A', 'Z'));
+        }
+        split(line);
+        ASSERT_TRUE(status == 0 || status == 1 || status == -2) << status;
+        for (const std::string& w : words) ASSERT_EQ(w.size(), 32u);
+
+        std::string word(32, ' '), open;
+        int wordLen = 0, count = 0, start = 0, pos = 0, state = 0, depth = 0, calls = 0;
+        char ch = ' ', lastDelim = ' ';
+        do {
+            R02GEL(line, -1, " ,;", "()''\"\"[]", "=", n % 2, word, wordLen, count, start, pos, ch, lastDelim, state,
+                   depth, open, status);
+            ASSERT_TRUE(status >= -3 && status <= 3) << status;
+            ASSERT_TRUE(word.size() == 32u && wordLen >= 0 && wordLen <= 32 && state >= 0 && state <= 7);
+            ASSERT_LE(++calls, length + 2);
+        } while (status == 0 || status == 2);
+        output();
+    }
+}
+
+// Lines built from known words: blanks between two words, or a comma with
+// blanks around it; an empty word needs the comma.
+TEST_F(LineSplittersTest, BuiltLinesGiveBackTheirWords) {
+    std::mt19937 rng(77u);
+    auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
+    for (int n = 0; n < 500; ++n) {
+        std::vector<std::string> expected(static_cast<std::size_t>(pick(1, 8)));
+        for (std::string& w : expected) {
+            int len = pick(0, 3) == 0 ? 0 : pick(1, 10);
+            for (int i = 0; i < len; ++i) w += static_cast<char>(pick('a', 'z'));
+        }
+        if (expected.size() == 1) expected[0] += "x";
+        std::string line(static_cast<std::size_t>(pick(0, 2)), ' ');
+        for (std::size_t k = 0; k < expected.size(); ++k) {
+            bool comma = k > 0 && (expected[k - 1].empty() || expected[k].empty() || pick(0, 1) == 0);
+            if (k > 0) line += std::string(static_cast<std::size_t>(pick(comma ? 0 : 1, 3)), ' ');
+            if (comma) line += "," + std::string(static_cast<std::size_t>(pick(0, 2)), ' ');
+            line += expected[k];
+        }
+        std::array<int, 6> save{};
+        std::string word(16, ' ');
+        int len = 0;
+        std::vector<std::string> got;
+        do {
+            R02TNW(line, -1, " ,", word, len, save.data(), status);
+            if (status >= 0) got.push_back(word.substr(0, static_cast<std::size_t>(len)));
+        } while (status == 0 && got.size() < 20);
+        EXPECT_EQ(got, expected) << "line [" << line << "]";
+        EXPECT_EQ(status, 1);
+    }
+}
+
+}  // namespace
