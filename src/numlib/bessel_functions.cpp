@@ -1,0 +1,227 @@
+// Bessel functions of order one: S17J1Y1 (Cody's rational forms for J1 and
+// Y1, factored through their first zeros, and the modulus-phase form beyond 8).
+#include "numlib/special_functions.h"
+#include "numlib/special_internal.h"
+
+#include "numlib/machine_constants.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double kTwoOverPi = 6.3661977236758134308e-1;
+constexpr double kSqrtTwoOverPi = 7.9788456080286535588e-1;
+constexpr double kTwoPi = 6.2831853071795864769;
+constexpr double kTwoPiHigh = 6.28125;  // 2 pi = high + low, high exact in 8 bits
+constexpr double kTwoPiLow = 1.9353071795864769253e-03;
+constexpr double kThreeEighths = 0.375;
+constexpr double kLogSeriesRange = 0.1716;
+
+// Zeros of J1 and Y1, each also split as n/256 + rest so that x - zero is exact.
+constexpr double kJ1Zero1 = 3.8317059702075123156;
+constexpr double kJ1Zero2 = 7.0155866698156187535;
+constexpr double kY1Zero1 = 2.1971413260310170351;
+constexpr double kY1Zero2 = 5.4296810407941351328;
+constexpr double kJ1Zero1High = 981.0 / 256.0, kJ1Zero1Low = -3.2527979248768438556e-04;
+constexpr double kJ1Zero2High = 1796.0 / 256.0, kJ1Zero2Low = -3.8330184381246462950e-05;
+constexpr double kY1Zero1High = 562.0 / 256.0, kY1Zero1Low = 1.8288260310170351490e-03;
+constexpr double kY1Zero2High = 1390.0 / 256.0, kY1Zero2Low = -6.4592058648672279948e-06;
+
+// ln((1 + w)/(1 - w)) = w PLG(w^2)/QLG(w^2).
+constexpr double kPLG[4] = {-2.4562334077563243311e+01, 2.3642701335621505212e+02,
+                            -5.4989956895857911039e+02, 3.5687548468071500413e+02};
+constexpr double kQLG[4] = {-3.5553900764052419184e+01, 1.9400230218539473193e+02,
+                            -3.3442903192607538956e+02, 1.7843774234035750207e+02};
+// J1(x)/(x (x^2 - j1^2)) on (0, 4] and J1(x)/(x (x^2 - j2^2)) on (4, 8].
+constexpr double kPJ0[7] = {9.8062904098958257677e+05, -1.1548696764841276794e+08,
+                            6.6781041261492395835e+09, -1.4258509801366645672e+11,
+                            -4.4615792982775076130e+03, 1.0650724020080236441e+01,
+                            -1.0767857011487300348e-02};
+constexpr double kQJ0[5] = {5.9117614494174794095e+05, 2.0228375140097033958e+08,
+                            4.2091902282580133541e+10, 4.1868604460820175290e+12,
+                            1.0742272239517380498e+03};
+constexpr double kPJ1[8] = {4.6179191852758252280e+00, -7.1329006872560947377e+03,
+                            4.5039658105749078904e+06, -1.4437717718363239107e+09,
+                            2.3569285397217157313e+11, -1.6324168293282543629e+13,
+                            1.1357022719979468624e+14, 1.0051899717115285432e+15};
+constexpr double kQJ1[7] = {1.1267125065029138050e+06, 6.4872502899596389593e+08,
+                            2.7622777286244082666e+11, 8.4899346165481429307e+13,
+                            1.7128800897135812012e+16, 1.7253905888447681194e+18,
+                            1.3886978985861357615e+03};
+// (Y1(x) - (2/pi) ln(x/y0) J1(x)) x / (x^2 - y0^2) on (0, 4] around y0 = 2.197.
+constexpr double kPY0[7] = {2.2157953222280260820e+05, -5.9157479997408395984e+07,
+                            7.2144548214502560419e+09, -3.7595974497819597599e+11,
+                            5.4708611716525426053e+12, 4.0535726612579544093e+13,
+                            -3.1714424660046133456e+02};
+constexpr double kQY0[6] = {8.2079908168393867438e+02, 3.8136470753052572164e+05,
+                            1.2250435122182963220e+08, 2.7800352738690585613e+10,
+                            4.1272286200406461981e+12, 3.0737873921079286084e+14};
+// The same on (4, 8] around y0 = 5.430, in x^2 (numerator highest power first,
+// denominator monic of degree 7): fitted in relative error to 2e-17, see
+// bench/derive_special_coefficients.py.
+constexpr double kPY1[8] = {235.6265688479339,   -249418.02452849128, 100567183.53108245,
+                            -18512637638.21641,  1397871757353.1265,  -11268751910265.836,
+                            -1968142373859711.5, 4001745826753573.0};
+constexpr double kQY1[7] = {793.2865073188508,  439240.42443353124, 183295469.52300584,
+                            58973544255.13858,  14108386887671.498, 2267155343072088.0,
+                            1.853181748945179e+17};
+// Modulus and phase beyond 8, in z = 8/x.
+constexpr double kP0[6] = {-1.0982405543459346727e+05, -1.5235293511811373833e+06,
+                           -6.6033732483649391093e+06, -9.9422465050776411957e+06,
+                           -4.4357578167941278571e+06, -1.6116166443246101165e+03};
+constexpr double kQ0[6] = {-1.0726385991103820119e+05, -1.5118095066341608816e+06,
+                           -6.5853394797230870728e+06, -9.9341243899345856590e+06,
+                           -4.4357578167941278568e+06, -1.4550094401904961825e+03};
+constexpr double kP1[6] = {1.7063754290207680021e+03, 1.8494262873223866797e+04,
+                           6.6178836581270835179e+04, 8.5145160675335701966e+04,
+                           3.3220913409857223519e+04, 3.5265133846636032186e+01};
+constexpr double kQ1[6] = {3.7890229745772202641e+04, 4.0029443582266975117e+05,
+                           1.4194606696037208929e+06, 1.8194580422439972989e+06,
+                           7.0871281941028743574e+05, 8.6383677696049909675e+02};
+
+struct BesselState {
+    bool started = false;
+    double xinf = 0.0;    // rBig, the substitute for an infinite Y1
+    double xlarge = 0.0;  // 1/sqrt(eps): beyond it the phase is lost
+    double xsmall = 0.0;  // sqrt(eps)/beta: below it the first term suffices
+};
+
+BesselState bs;
+
+// J1 for 0 < |x| <= 8, with the factor through the nearest zero.
+double j1Rational(double x, double ax) {
+    const double y = ax * ax;
+    double num = 0.0;
+    double den = 0.0;
+    double prod = 0.0;
+    if (ax <= 4.0) {
+        num = (kPJ0[6] * y + kPJ0[5]) * y + kPJ0[4];
+        den = y + kQJ0[4];
+        for (int i = 0; i < 4; ++i) {
+            num = num * y + kPJ0[i];
+            den = den * y + kQJ0[i];
+        }
+        prod = x * ((ax - kJ1Zero1High) - kJ1Zero1Low) * (ax + kJ1Zero1);
+    } else {
+        num = kPJ1[0];
+        den = (y + kQJ1[6]) * y + kQJ1[0];
+        for (int i = 1; i < 6; ++i) {
+            num = num * y + kPJ1[i];
+            den = den * y + kQJ1[i];
+        }
+        num = num * (ax - 8.0) * (ax + 8.0) + kPJ1[6];
+        num = num * (ax - 4.0) * (ax + 4.0) + kPJ1[7];
+        prod = x * ((ax - kJ1Zero2High) - kJ1Zero2Low) * (ax + kJ1Zero2);
+    }
+    return prod * (num / den);
+}
+
+// ln(x/y0) as (2/pi) J1 needs it, by a series in w = (x - y0)/(x + y0) near y0.
+double logAroundZero(double ax, double up, double y0) {
+    const double down = ax + y0;
+    if (std::fabs(up) < kLogSeriesRange * down) {
+        const double w = up / down;
+        const double wsq = w * w;
+        double num = kPLG[0];
+        double den = wsq + kQLG[0];
+        for (int i = 1; i < 4; ++i) {
+            num = num * wsq + kPLG[i];
+            den = den * wsq + kQLG[i];
+        }
+        return w * num / den;
+    }
+    return std::log(ax / y0);
+}
+
+// Y1 for 0 < x <= 8 from J1 and the rational form around the nearest zero of Y1.
+double y1Rational(double ax, double j1) {
+    const double y = ax * ax;
+    double up = 0.0;
+    double y0 = 0.0;
+    double num = 0.0;
+    double den = 0.0;
+    if (ax <= 4.0) {
+        up = (ax - kY1Zero1High) - kY1Zero1Low;
+        y0 = kY1Zero1;
+        num = kPY0[6] * y + kPY0[0];
+        den = y + kQY0[0];
+        for (int i = 1; i < 6; ++i) {
+            num = num * y + kPY0[i];
+            den = den * y + kQY0[i];
+        }
+    } else {
+        up = (ax - kY1Zero2High) - kY1Zero2Low;
+        y0 = kY1Zero2;
+        num = kPY1[0];
+        den = y + kQY1[0];
+        for (int i = 1; i < 7; ++i) {
+            num = num * y + kPY1[i];
+            den = den * y + kQY1[i];
+        }
+        num = num * y + kPY1[7];
+    }
+    const double lnRatio = logAroundZero(ax, up, y0);
+    return kTwoOverPi * lnRatio * j1 + (num / den) * up * (ax + y0) / ax;
+}
+
+// |x| > 8: modulus sqrt(2/(pi x)) and the phase reduced by whole turns.
+double besselAsymptotic(double x, double ax, int type) {
+    const double z = 8.0 / ax;
+    const double turns = std::trunc(ax / kTwoPi) + kThreeEighths;
+    const double w = (ax - turns * kTwoPiHigh) - turns * kTwoPiLow;
+    const double y = z * z;
+    double num = kP0[5];
+    double den = y + kQ0[5];
+    double up = kP1[5];
+    double down = y + kQ1[5];
+    for (int i = 0; i < 5; ++i) {
+        num = num * y + kP0[i];
+        den = den * y + kQ0[i];
+        up = up * y + kP1[i];
+        down = down * y + kQ1[i];
+    }
+    const double r0 = num / den;
+    const double r1 = up / down;
+    const double modulus = kSqrtTwoOverPi / std::sqrt(ax);
+    if (type == 0) {
+        const double j = modulus * (r0 * std::cos(w) - z * r1 * std::sin(w));
+        return x < 0.0 ? -j : j;
+    }
+    return modulus * (r0 * std::sin(w) + z * r1 * std::cos(w));
+}
+
+}  // namespace
+
+namespace special {
+void resetBessel() { bs = BesselState{}; }
+}  // namespace special
+
+double S17J1Y1(double x, int type, int& err) {
+    if (!bs.started) {
+        const double eps = X02RMDC(2);
+        bs.xinf = X02RMDC(5);
+        bs.xlarge = 1.0 / std::sqrt(eps);
+        bs.xsmall = std::sqrt(eps) / X02IMDC(1);
+        bs.started = true;
+    }
+    if (type != 0 && type != 1) {
+        special::message("S17J1Y1 --E- Wrong Bessel type specified, must be 0 (J1) or 1 (Y1).");
+        err = -2;
+        return 0.0;
+    }
+    const double ax = std::fabs(x);
+    if (type == 1 && (x <= 0.0 || (x < 0.5 && ax * bs.xinf < kTwoOverPi))) {
+        err = -1;
+        return -bs.xinf;
+    }
+    err = 0;
+    if (ax < bs.xsmall) return type == 0 ? 0.5 * x : -kTwoOverPi / ax;
+    if (ax > bs.xlarge) {
+        special::message("S17J1Y1 --W- Loss of accuracy because X is too big.");
+        err = 1;
+        return 0.0;
+    }
+    if (ax > 8.0) return besselAsymptotic(x, ax, type);
+    const double j1 = j1Rational(x, ax);
+    return type == 0 ? j1 : y1Rational(ax, j1);
+}

@@ -1,0 +1,143 @@
+// Tests of the CPU timers: the bank of 99 timers driven by a clock of known
+// times, the refused numbers, and the " CPU time used:" line.
+#include "numlib/cpu_timers.h"
+
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+double fakeNow = 0;
+double fakeClock() { return fakeNow; }
+
+class CpuTimersTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        unit::resetUnits();
+        resetCpuTimers();
+        setCpuClock(&fakeClock);
+        fakeNow = 10.0;
+        unit::setTerminal(nullptr, &out_);
+    }
+    void TearDown() override {
+        resetCpuTimers();
+        unit::resetUnits();
+    }
+    std::string output() {
+        std::string s = out_.str();
+        out_.str("");
+        return s;
+    }
+    std::ostringstream out_;
+};
+
+TEST_F(CpuTimersTest, TimerNumbersBeyond99AreRefused) {
+    EXPECT_EQ(Z02ECPU(100), 0.0);
+    EXPECT_EQ(Z02ECPU(-100), 0.0);
+    EXPECT_EQ(output(),
+              " Z02ECPU --E- Timer number exceeds 99.\n"
+              " Z02ECPU --E- Timer number exceeds 99.\n");
+    // 99 and -99 are timers like any other.
+    EXPECT_EQ(Z02ECPU(-99), 0.0);
+    fakeNow = 14.0;
+    EXPECT_EQ(Z02ECPU(99), 4.0);
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(CpuTimersTest, FirstReadStartsTheTimerAndLaterReadsGiveTheTime) {
+    EXPECT_EQ(Z02ECPU(5), 0.0);
+    fakeNow = 12.5;
+    EXPECT_EQ(Z02ECPU(5), 2.5);
+    fakeNow = 13.5;
+    EXPECT_EQ(Z02ECPU(5), 3.5);  // still running from 10
+    // Another timer is independent.
+    EXPECT_EQ(Z02ECPU(6), 0.0);
+    fakeNow = 20.0;
+    EXPECT_EQ(Z02ECPU(6), 6.5);
+    EXPECT_EQ(Z02ECPU(5), 10.0);
+}
+
+TEST_F(CpuTimersTest, NegativeNumberRestartsAndZeroRestartsTimerOne) {
+    Z02ECPU(1);
+    fakeNow = 30.0;
+    EXPECT_EQ(Z02ECPU(1), 20.0);
+    EXPECT_EQ(Z02ECPU(0), 0.0);
+    fakeNow = 33.0;
+    EXPECT_EQ(Z02ECPU(1), 3.0);
+    EXPECT_EQ(Z02ECPU(-1), 0.0);
+    fakeNow = 34.0;
+    EXPECT_EQ(Z02ECPU(1), 1.0);
+    // A negative number starts a timer that was never started.
+    EXPECT_EQ(Z02ECPU(-42), 0.0);
+    fakeNow = 40.0;
+    EXPECT_EQ(Z02ECPU(42), 6.0);
+}
+
+TEST_F(CpuTimersTest, TimesAreTakenAtSinglePrecision) {
+    // Near 1e5 single precision steps by 1/128: 100000.3 reads as 100000 + 38/128,
+    // 100000.6 as 100000 + 77/128; the difference is 39/128.
+    fakeNow = 100000.3;
+    Z02ECPU(-2);
+    fakeNow = 100000.6;
+    EXPECT_EQ(Z02ECPU(2), 39.0 / 128.0);
+}
+
+TEST_F(CpuTimersTest, CputWritesMinutesAndSeconds) {
+    int minutes = -1;
+    double seconds = -1;
+    Z02CPUT(1, minutes, seconds, 6);  // first read starts timer 1: 0 min 0 sec
+    EXPECT_EQ(minutes, 0);
+    EXPECT_EQ(seconds, 0.0);
+    EXPECT_EQ(output(), " CPU time used:       0 min  0.00 sec\n");
+
+    fakeNow = 135.5;  // 125.5 s after the start at 10
+    Z02CPUT(1, minutes, seconds, 6);
+    EXPECT_EQ(minutes, 2);
+    EXPECT_EQ(seconds, 5.5);
+    EXPECT_EQ(output(), " CPU time used:       2 min  5.50 sec\n");
+
+    fakeNow = 10.0 + 59.996;  // the seconds round up in F5.2
+    Z02CPUT(1, minutes, seconds, 6);
+    EXPECT_EQ(output(), " CPU time used:       0 min 60.00 sec\n");
+
+    fakeNow = 10.0 + 60.0 * 12345 + 59.25;
+    Z02CPUT(1, minutes, seconds, 0);  // channel below 1: the terminal
+    EXPECT_EQ(minutes, 12345);
+    EXPECT_EQ(output(), " CPU time used:   12345 min 59.25 sec\n");
+}
+
+TEST_F(CpuTimersTest, CputWithZeroOrNegativeNumberOnlyRestarts) {
+    int minutes = -1;
+    double seconds = -1;
+    Z02ECPU(1);
+    fakeNow = 500.0;
+    Z02CPUT(0, minutes, seconds, 6);
+    EXPECT_EQ(minutes, 0);
+    EXPECT_EQ(seconds, 0.0);
+    Z02CPUT(-3, minutes, seconds, 6);
+    EXPECT_EQ(output(), "");
+    fakeNow = 561.0;
+    Z02CPUT(3, minutes, seconds, 5);
+    EXPECT_EQ(minutes, 1);
+    EXPECT_EQ(seconds, 1.0);
+    EXPECT_EQ(Z02ECPU(1), 61.0);
+    EXPECT_EQ(output(), " CPU time used:       1 min  1.00 sec\n");
+}
+
+TEST_F(CpuTimersTest, ProcessClockAdvancesWithWork) {
+    setCpuClock(nullptr);
+    EXPECT_EQ(Z02ECPU(7), 0.0);
+    volatile double sink = 0;
+    double elapsed = 0;
+    for (int round = 0; round < 2000 && elapsed <= 0; ++round) {
+        for (int i = 0; i < 200000; ++i) sink = sink + i * 0.5;
+        elapsed = Z02ECPU(7);
+    }
+    EXPECT_GT(elapsed, 0.0);
+    EXPECT_LT(elapsed, 600.0);
+}
+
+}  // namespace

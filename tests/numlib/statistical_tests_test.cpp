@@ -1,0 +1,236 @@
+// The runs test: refusals, the counting rules, and the exact, normal and Beta
+// critical values against values worked out by hand or with an outside tool.
+#include "numlib/statistical_tests.h"
+
+#include "numlib/special_functions.h"
+#include "special_reference.h"
+
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+class RunsTest : public ::testing::Test {
+protected:
+    std::ostringstream console;
+    double stat = 7.0, low = 7.0, up = 7.0;
+    int err = 99;
+    void SetUp() override {
+        unit::resetUnits();
+        unit::setTerminal(nullptr, &console);
+        resetSpecialFunctions();
+    }
+    void TearDown() override { unit::resetUnits(); }
+    std::string take() {
+        std::string s = console.str();
+        console.str("");
+        return s;
+    }
+};
+
+// nBelow points at -1 and nAbove at +1 around the centre 0, in `runs` runs
+// that alternate and begin below; the first run of each class takes the
+// points left over.
+std::vector<double> makeRuns(int nBelow, int nAbove, int runs) {
+    const int belowRuns = (runs + 1) / 2;
+    const int aboveRuns = runs / 2;
+    std::vector<double> x;
+    for (int r = 0; r < runs; ++r) {
+        const bool below = r % 2 == 0;
+        const int index = r / 2;
+        const int count = below ? (index == 0 ? nBelow - belowRuns + 1 : 1)
+                                : (index == 0 ? nAbove - aboveRuns + 1 : 1);
+        x.insert(x.end(), static_cast<std::size_t>(count), below ? -1.0 : 1.0);
+    }
+    return x;
+}
+
+// 1..20 ordered so that, about their mean 10.5, the classes read
+// BB AAA B A BB AA BBB AA B AA B: 10 below, 10 above, 11 runs.
+const std::vector<double> kTwenty = {1, 2,  11, 12, 13, 3,  14, 4,  5,  15,
+                                     16, 6, 7,  8,  17, 18, 9,  19, 20, 10};
+
+TEST_F(RunsTest, NineteenPointsAreRefusedTwentyAreTested) {
+    EXPECT_TRUE(G02WALD1(kTwenty.data(), 19, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, -1);
+    EXPECT_EQ(stat, 7.0);  // untouched
+    EXPECT_EQ(low, 7.0);
+    EXPECT_EQ(up, 7.0);
+    EXPECT_EQ(take(), "  G02WALD1 -E- Number of data points less than 20.\n");
+
+    EXPECT_FALSE(G02WALD2(kTwenty.data(), 19, 10.5, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, -1);
+    EXPECT_EQ(stat, std::ldexp(1.0, 1022));
+    EXPECT_EQ(low, 0.0);
+    EXPECT_EQ(up, 0.0);
+    EXPECT_EQ(take(), "  G02WALD2 -E- Number of data points less than 20.\n");
+
+    // n = 20 about the mean: m = M = 10, exact critical numbers for
+    // alpha/2 = 0.025 over C(20,10) = 184756 arrangements.  Cumulative counts
+    // of R = 2..7: 2, 18, 162, 648, 2592 and 1296 * 14/3 = 6048, so P(R <= 6)
+    // = 3422/184756 = 0.0185 and P(R <= 7) = 9470/184756 = 0.0513: low = 7.
+    // By symmetry about 11, P(R <= 14) = 1 - P(R <= 7) = 0.9487 and P(R <= 15)
+    // = 0.9815, the first above 0.975: up = 15 - 1 = 14.  11 lies inside.
+    EXPECT_TRUE(G02WALD1(kTwenty.data(), 20, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(stat, 11.0);
+    EXPECT_EQ(low, 7.0);
+    EXPECT_EQ(up, 14.0);
+    // The same 20 points about the centre 0 lie all above: m = 0.
+    EXPECT_FALSE(G02WALD2(kTwenty.data(), 20, 0.0, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(stat, 1.0);
+    EXPECT_EQ(low, 0.0);
+    EXPECT_EQ(up, 0.0);
+    EXPECT_EQ(take(), "");
+}
+
+TEST_F(RunsTest, PointsOnTheCentre) {
+    // All on the centre: the first counts below, the rest above, one run.
+    const std::vector<double> flat(25, 5.0);
+    EXPECT_FALSE(G02WALD2(flat.data(), 25, 5.0, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, 1);
+    EXPECT_EQ(stat, 1.0);
+    // A point on the centre inside a run below neither ends it nor starts one,
+    // but counts above: below -1 x 10, then 0, then +1 x 10 is two runs of
+    // classes 10 and 11, so R = 2 < 3 and err 1.
+    std::vector<double> x(10, -1.0);
+    x.push_back(0.0);
+    x.insert(x.end(), 10, 1.0);
+    EXPECT_FALSE(G02WALD2(x.data(), 21, 0.0, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, 1);
+    // Moving the zero to the front makes it count below: B(0) A x 10 B x 10
+    // would be three runs, and the classes 11 and 10 give the exact test.
+    std::vector<double> y = {0.0};
+    y.insert(y.end(), 10, 1.0);
+    y.insert(y.end(), 10, -1.0);
+    G02WALD2(y.data(), 21, 0.0, 0.05, stat, low, up, err);
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(stat, 3.0);
+    // Points on the centre inside the sequence fill the class above: one
+    // below, 18 on the centre, one above, one below is m = 2 (below), M = 19
+    // and three runs, so the exact test runs.
+    std::vector<double> z = {-1.0};
+    z.insert(z.end(), 18, 0.0);
+    z.push_back(1.0);
+    z.push_back(-1.0);
+    G02WALD2(z.data(), 21, 0.0, 0.05, stat, low, up, err);
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(stat, 3.0);
+    EXPECT_EQ(take(), "");
+}
+
+TEST_F(RunsTest, CriticalNumbersThemselvesAreRejected) {
+    // m = M = 10, alpha 0.05: low 7, up 14 (worked out above); only 8 to 13 pass.
+    for (int runs = 6; runs <= 15; ++runs) {
+        const std::vector<double> x = makeRuns(10, 10, runs);
+        const bool accepted = G02WALD2(x.data(), 20, 0.0, 0.05, stat, low, up, err);
+        EXPECT_EQ(stat, runs);
+        EXPECT_EQ(accepted, runs >= 8 && runs <= 13) << runs;
+    }
+}
+
+TEST_F(RunsTest, SignificanceLevelMustLieInsideZeroToOne) {
+    const std::vector<double> x = makeRuns(10, 10, 11);
+    EXPECT_FALSE(G02WALD2(x.data(), 20, 0.0, 0.0, stat, low, up, err));
+    EXPECT_EQ(err, -2);
+    EXPECT_EQ(stat, -1.0);
+    EXPECT_EQ(low, -1.0);
+    EXPECT_EQ(up, -1.0);
+    EXPECT_EQ(take(), "  G02WALD2 -E- Wrong significance level specified: 0.0\n"
+                      "               Must be in the range (0,1).\n");
+    EXPECT_FALSE(G02WALD1(x.data(), 20, 1.0, stat, low, up, err));
+    EXPECT_EQ(err, -2);
+    EXPECT_EQ(take(), "  G02WALD2 -E- Wrong significance level specified: 1.00000\n"
+                      "               Must be in the range (0,1).\n");
+}
+
+TEST_F(RunsTest, ExactCriticalNumbersOfSmallSamples) {
+    int lo = 0, hi = 0;
+    // n1 = n2 = 2: rmax 4, C(4,2) = 6, P(R=2) = P(R=3) = P(R=4) = 1/3.
+    G02WALD3(2, 2, 0.05, lo, hi);
+    EXPECT_EQ(lo, 2);
+    EXPECT_EQ(hi, 3);
+    // With alpha so small that 1 - alpha is 1 no count exceeds it: up stays rmax.
+    G02WALD3(2, 2, 1e-17, lo, hi);
+    EXPECT_EQ(hi, 4);
+    // rmax is 2 n1 + 1 only when n1 < n2 - 1.
+    G02WALD3(2, 3, 1e-17, lo, hi);
+    EXPECT_EQ(hi, 4);
+    G02WALD3(4, 2, 1e-17, lo, hi);  // exchanged to (2, 4)
+    EXPECT_EQ(hi, 5);
+    // Fewer than one possible pair of runs: low 1, up rmax.
+    G02WALD3(0, 5, 0.05, lo, hi);
+    EXPECT_EQ(lo, 1);
+    EXPECT_EQ(hi, 1);
+    for (const special_reference::Row& r : special_reference::rowsOf("G02WALD3")) {
+        std::istringstream expected(r.value);
+        int wantLow = 0, wantUp = 0;
+        expected >> wantLow >> wantUp;
+        G02WALD3(r.n(0), r.n(1), r.a(2), lo, hi);
+        EXPECT_EQ(lo, wantLow) << r.arg[0] << " " << r.arg[1] << " " << r.arg[2];
+        EXPECT_EQ(hi, wantUp) << r.arg[0] << " " << r.arg[1] << " " << r.arg[2];
+    }
+    EXPECT_EQ(take(), "");
+}
+
+TEST_F(RunsTest, VeryUnbalancedLongSampleUsesTheExactNumbers) {
+    // m/M = 3/60 = 0.05 exactly at the limit: still exact, stat is R itself.
+    const std::vector<double> x = makeRuns(60, 3, 7);
+    EXPECT_FALSE(G02WALD2(x.data(), 63, 0.0, 0.05, stat, low, up, err));
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(stat, 7.0);
+    EXPECT_EQ(low, 5.0);  // reference table: G02WALD3(3, 60, 0.025)
+    EXPECT_EQ(up, 6.0);
+}
+
+TEST_F(RunsTest, BalancedLongSampleUsesTheNormalApproximation) {
+    // m = M = 60: t = 7200, s = 120, mean t/s + 1 = 61,
+    // sd = sqrt(7080 * 7200 / 120^2 / 119) = sqrt(29.7478992) = 5.45416347,
+    // 0.5/sd = 0.09167309, z(0.025) = -1.95996398:
+    // low = -2.05163707, up = 2.05163707.
+    const double sd = 5.454163470199978;
+    for (int runs : {40, 61, 72, 73}) {
+        const std::vector<double> x = makeRuns(60, 60, runs);
+        const bool accepted = G02WALD2(x.data(), 120, 0.0, 0.05, stat, low, up, err);
+        EXPECT_EQ(err, 0);
+        EXPECT_NEAR(stat, (runs - 61) / sd, 1e-12) << runs;
+        EXPECT_NEAR(low, -2.0516370711154495, 1e-12);
+        EXPECT_NEAR(up, 2.0516370711154495, 1e-12);
+        // 72 runs give 2.0168: beyond 1.96 but inside the widened interval.
+        EXPECT_EQ(accepted, runs == 61 || runs == 72) << runs;
+    }
+    EXPECT_EQ(take(), "");
+}
+
+TEST_F(RunsTest, ModeratelyUnbalancedLongSampleUsesTheBetaApproximation) {
+    // m = 10, M = 60, m/M = 1/6: stat = 1 - (1200/70)/69 = 0.75155279503,
+    // whatever R is; the limits move with R.  Their values come from scipy's
+    // betaincinv (reference table).
+    const auto rows = special_reference::rowsOf("G02WALD2-BETA");
+    ASSERT_EQ(rows.size(), 3u);
+    for (const special_reference::Row& r : rows) {
+        const int runs = r.n(0);
+        std::istringstream expected(r.value);
+        double wantLow = 0.0, wantUp = 0.0;
+        expected >> wantLow >> wantUp;
+        const std::vector<double> x = makeRuns(10, 60, runs);
+        const bool accepted = G02WALD2(x.data(), 70, 0.0, 0.05, stat, low, up, err);
+        EXPECT_EQ(err, 0);
+        EXPECT_NEAR(stat, 0.7515527950310559, 1e-15);
+        EXPECT_NEAR(low, wantLow, 1e-9) << runs;
+        EXPECT_NEAR(up, wantUp, 1e-9) << runs;
+        EXPECT_EQ(accepted, wantLow < stat && stat < wantUp) << runs;
+    }
+    // 9 runs: up = 0.559 lies below the statistic, so the test rejects.
+    const std::vector<double> nine = makeRuns(10, 60, 9);
+    EXPECT_FALSE(G02WALD2(nine.data(), 70, 0.0, 0.05, stat, low, up, err));
+    EXPECT_EQ(take(), "");
+}
+
+}  // namespace

@@ -1,0 +1,260 @@
+// Tests of F02RSM1, F01TDR1 and F02TDM1: hand-worked small cases, the sort,
+// refused dimensions, convergence failure, and random matrices up to 128.
+#include "numlib/symmetric_eigen.h"
+
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+constexpr int LD = 128;
+
+// A column-major work matrix with its two vectors, as the monitor holds them.
+struct Problem {
+    int ld;
+    std::vector<double> a, d, e;
+    explicit Problem(int ldim = LD) : ld(ldim), a(ldim * ldim, 0.0), d(ldim, 0.0), e(ldim, 0.0) {}
+    double& at(int i, int j) { return a[(j - 1) * ld + (i - 1)]; }
+    void set(int i, int j, double v) { at(i, j) = v; at(j, i) = v; }
+};
+
+class SymmetricEigen : public ::testing::Test {
+protected:
+    std::ostringstream console;
+    void SetUp() override {
+        unit::resetUnits();
+        unit::setTerminal(nullptr, &console);
+        resetSymmetricEigen();
+    }
+    void TearDown() override { unit::resetUnits(); }
+};
+
+const std::string kNoDimension = " --E- Working dimension exceeds  maximum value.\n";
+const std::string kFailed = " F02RSM1 --E- Eigenproblem failed to solve.\n";
+
+TEST_F(SymmetricEigen, OneByOneNeedsNoIteration) {
+    Problem p;
+    p.at(1, 1) = -7.25;
+    int err = 5;
+    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 1, err);
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(p.d[0], -7.25);
+    EXPECT_EQ(p.at(1, 1), 1.0);
+    EXPECT_EQ(F02TDM1Sweeps(), 0);
+    EXPECT_EQ(console.str(), "");
+}
+
+TEST_F(SymmetricEigen, DiagonalIsSortedByMagnitudeWithIdentityColumnsExchanged) {
+    Problem p;
+    const double diag[4] = {1.0, -5.0, 3.0, -2.0};
+    for (int i = 1; i <= 4; ++i) p.at(i, i) = diag[i - 1];
+    int err = 5;
+    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 4, err);
+    ASSERT_EQ(err, 0);
+    EXPECT_EQ(F02TDM1Sweeps(), 0);
+    const double want[4] = {-5.0, 3.0, -2.0, 1.0};
+    const int unitRow[4] = {2, 3, 4, 1};  // column j is the identity's column unitRow[j]
+    for (int j = 1; j <= 4; ++j) {
+        EXPECT_EQ(p.d[j - 1], want[j - 1]);
+        for (int i = 1; i <= 4; ++i) EXPECT_EQ(p.at(i, j), i == unitRow[j - 1] ? 1.0 : 0.0);
+    }
+
+    // Equal magnitudes keep their order: diag(1,-3,3) gives -3, 3, 1.
+    Problem q;
+    q.at(1, 1) = 1.0; q.at(2, 2) = -3.0; q.at(3, 3) = 3.0;
+    F02RSM1(q.a.data(), q.d.data(), q.e.data(), LD, 3, err);
+    EXPECT_EQ(q.d[0], -3.0); EXPECT_EQ(q.d[1], 3.0); EXPECT_EQ(q.d[2], 1.0);
+    EXPECT_EQ(q.at(2, 1), 1.0); EXPECT_EQ(q.at(3, 2), 1.0); EXPECT_EQ(q.at(1, 3), 1.0);
+
+    // The zero matrix splits at once: zeros and the identity.
+    Problem z;
+    F02RSM1(z.a.data(), z.d.data(), z.e.data(), LD, 3, err);
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(F02TDM1Sweeps(), 0);
+    for (int j = 1; j <= 3; ++j) {
+        EXPECT_EQ(z.d[j - 1], 0.0);
+        for (int i = 1; i <= 3; ++i) EXPECT_EQ(z.at(i, j), i == j ? 1.0 : 0.0);
+    }
+}
+
+// [[-2,2],[2,1]]: eigenvalues -3 with (2,-1)/sqrt5 and 2 with (1,2)/sqrt5.
+TEST_F(SymmetricEigen, MinusThreeBeforeTwoAtAnyScale) {
+    for (double scale : {1.0, 1e100, 1e-100}) {
+        Problem p;
+        p.at(1, 1) = -2.0 * scale; p.set(1, 2, 2.0 * scale); p.at(2, 2) = 1.0 * scale;
+        int err = 5;
+        F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 2, err);
+        ASSERT_EQ(err, 0);
+        EXPECT_NEAR(p.d[0] / scale, -3.0, 1e-14);
+        EXPECT_NEAR(p.d[1] / scale, 2.0, 1e-14);
+        const double r5 = std::sqrt(5.0);
+        EXPECT_NEAR(std::fabs(p.at(1, 1)), 2.0 / r5, 1e-14);
+        EXPECT_NEAR(p.at(2, 1) / p.at(1, 1), -0.5, 1e-14);
+        EXPECT_NEAR(std::fabs(p.at(1, 2)), 1.0 / r5, 1e-14);
+        EXPECT_NEAR(p.at(2, 2) / p.at(1, 2), 2.0, 1e-14);
+    }
+}
+
+TEST_F(SymmetricEigen, DimensionsOutsideOneToLdimAreRefused) {
+    Problem p;
+    int err = 0;
+    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 129, err);
+    EXPECT_EQ(err, -1);
+    EXPECT_EQ(console.str(), " F01TDR1" + kNoDimension + kFailed);
+
+    console.str("");
+    F02TDM1(p.d.data(), p.e.data(), p.a.data(), LD, 0, err);
+    EXPECT_EQ(err, -1);
+    EXPECT_EQ(console.str(), " F02TDM1" + kNoDimension);
+
+    console.str("");
+    Problem small(3);
+    F01TDR1(small.a.data(), small.d.data(), small.e.data(), 3, 4, err);
+    EXPECT_EQ(err, -1);
+    EXPECT_EQ(console.str(), " F01TDR1" + kNoDimension);
+}
+
+// A NaN never passes the split test: the limit is 30*(n/2)+30 sweeps.
+TEST_F(SymmetricEigen, ConvergenceFailureAfterTheIterationLimit) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (auto [n, limit] : {std::pair{2, 60}, std::pair{5, 90}, std::pair{128, 1950}}) {
+        console.str("");
+        Problem p;
+        for (int i = 1; i <= n; ++i) p.at(i, i) = i;
+        p.set(2, 1, nan);
+        int err = 0;
+        F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, n, err);
+        EXPECT_EQ(err, -2) << n;
+        EXPECT_EQ(F02TDM1Sweeps(), limit) << n;
+        EXPECT_EQ(console.str(), " F02TDM1 --E- Convergence failure in QL routine.\n" + kFailed);
+    }
+}
+
+// [[1,2,3],[2,4,5],[3,5,6]]: the last row (3,5) is reflected onto (0,-sqrt34)
+// by P = [[5,-3],[-3,-5]]/sqrt34, and P*[[1,2],[2,4]]*P = [[1,13],[13,169]]/34.
+TEST_F(SymmetricEigen, ReductionOfAThreeByThree) {
+    Problem p(5);
+    for (double& x : p.a) x = 77.0;
+    for (double& x : p.d) x = 77.0;
+    for (double& x : p.e) x = 77.0;
+    p.set(1, 1, 1); p.set(1, 2, 2); p.set(1, 3, 3); p.set(2, 2, 4); p.set(2, 3, 5); p.set(3, 3, 6);
+    int err = 5;
+    F01TDR1(p.a.data(), p.d.data(), p.e.data(), 5, 3, err);
+    ASSERT_EQ(err, 0);
+    const double r34 = std::sqrt(34.0);
+    const double d[3] = {1.0 / 34, 169.0 / 34, 6.0};
+    const double e[3] = {0.0, 13.0 / 34, -r34};
+    const double z[3][3] = {{5 / r34, -3 / r34, 0}, {-3 / r34, -5 / r34, 0}, {0, 0, 1}};
+    for (int i = 1; i <= 3; ++i) {
+        EXPECT_NEAR(p.d[i - 1], d[i - 1], 1e-14) << i;
+        EXPECT_NEAR(p.e[i - 1], e[i - 1], 1e-14) << i;
+        for (int j = 1; j <= 3; ++j) EXPECT_NEAR(p.at(i, j), z[i - 1][j - 1], 1e-15) << i << j;
+    }
+    // Nothing outside the leading block is touched.
+    for (int i = 4; i <= 5; ++i) {
+        EXPECT_EQ(p.d[i - 1], 77.0);
+        EXPECT_EQ(p.e[i - 1], 77.0);
+        for (int j = 1; j <= 5; ++j) EXPECT_EQ(p.at(i, j), 77.0);
+        for (int j = 1; j <= 5; ++j) EXPECT_EQ(p.at(j, i), 77.0);
+    }
+}
+
+// The tridiagonal matrix with 2 on the diagonal and -1 beside it has the
+// eigenvalues 2 - 2cos(k*pi/(n+1)) and the eigenvectors sin(j*k*pi/(n+1)).
+TEST_F(SymmetricEigen, QLOnTheSecondDifferenceMatrix) {
+    for (int n : {3, 128}) {
+        Problem p;
+        for (int i = 1; i <= n; ++i) {
+            p.d[i - 1] = 2.0;
+            p.e[i - 1] = -1.0;
+            p.at(i, i) = 1.0;
+        }
+        p.e[0] = 99.0;  // e(1) is not part of the matrix
+        int err = 5;
+        F02TDM1(p.d.data(), p.e.data(), p.a.data(), LD, n, err);
+        ASSERT_EQ(err, 0);
+        const double pi = std::acos(-1.0);
+        for (int j = 1; j <= n; ++j) {
+            const int k = n + 1 - j;  // largest first
+            EXPECT_NEAR(p.d[j - 1], 2.0 - 2.0 * std::cos(k * pi / (n + 1)), 1e-13) << n << ' ' << j;
+            const double norm = std::sqrt((n + 1) / 2.0);
+            const double sign = p.at(1, j) > 0 ? 1.0 : -1.0;
+            for (int i = 1; i <= n; ++i)
+                EXPECT_NEAR(sign * p.at(i, j), std::sin(i * k * pi / (n + 1)) / norm, 1e-12);
+        }
+    }
+}
+
+// Largest |A - V*diag(d)*V^T| relative to the largest |A|, and the largest
+// deviation of V^T*V from the identity.
+void checkDecomposition(const Problem& in, const Problem& out, int n) {
+    const auto A = [&](int i, int j) { return in.a[(j - 1) * LD + (i - 1)]; };
+    const auto V = [&](int i, int j) { return out.a[(j - 1) * LD + (i - 1)]; };
+    double aMax = 0.0, resid = 0.0, orth = 0.0;
+    for (int i = 1; i <= n; ++i) {
+        for (int j = 1; j <= n; ++j) {
+            double r = 0.0, o = 0.0;
+            for (int k = 1; k <= n; ++k) {
+                r += V(i, k) * out.d[k - 1] * V(j, k);
+                o += V(k, i) * V(k, j);
+            }
+            aMax = std::max(aMax, std::fabs(A(i, j)));
+            resid = std::max(resid, std::fabs(A(i, j) - r));
+            orth = std::max(orth, std::fabs(o - (i == j ? 1.0 : 0.0)));
+        }
+    }
+    EXPECT_LE(resid, 1e-12 * aMax) << "n = " << n;
+    EXPECT_LE(orth, 1e-12) << "n = " << n;
+    for (int k = 1; k < n; ++k) EXPECT_GE(std::fabs(out.d[k - 1]), std::fabs(out.d[k])) << n;
+}
+
+TEST_F(SymmetricEigen, RandomMatricesAreReconstructed) {
+    std::mt19937 gen(20240611);
+    std::uniform_real_distribution<double> u(-1.0, 1.0);
+    for (int n : {2, 3, 4, 7, 16, 33, 64, 100, 127, 128}) {
+        Problem p;
+        for (int j = 1; j <= n; ++j)
+            for (int i = j; i <= n; ++i) p.set(i, j, u(gen) * (i == j ? 1.0 : std::pow(10.0, -(i - j) % 5)));
+        Problem out = p;
+        int err = 5;
+        F02RSM1(out.a.data(), out.d.data(), out.e.data(), LD, n, err);
+        ASSERT_EQ(err, 0) << n;
+        checkDecomposition(p, out, n);
+    }
+    EXPECT_EQ(console.str(), "");
+}
+
+// Q*diag(lambda)*Q^T with a Householder Q = I - 2ww^T/w^Tw: the spectrum is
+// known exactly, with a double eigenvalue 3 and a zero.
+TEST_F(SymmetricEigen, KnownSpectrumComesBackInOrder) {
+    const int n = 8;
+    const double lambda[n] = {0.5, 3.0, -2.0, 5.0, 0.0, -4.0, 1.0, 3.0};
+    const double w[n] = {1, -2, 3, 1, -1, 2, 1, -3};
+    double ww = 0;
+    for (double x : w) ww += x * x;
+    const auto Q = [&](int i, int j) { return (i == j ? 1.0 : 0.0) - 2.0 * w[i] * w[j] / ww; };
+    Problem p;
+    for (int i = 0; i < n; ++i)
+        for (int j = 0; j < n; ++j) {
+            double s = 0;
+            for (int k = 0; k < n; ++k) s += Q(i, k) * lambda[k] * Q(j, k);
+            p.at(i + 1, j + 1) = s;
+        }
+    int err = 5;
+    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, n, err);
+    ASSERT_EQ(err, 0);
+    const double want[n] = {5.0, -4.0, 3.0, 3.0, -2.0, 1.0, 0.5, 0.0};
+    for (int k = 0; k < n; ++k) EXPECT_NEAR(p.d[k], want[k], 1e-13) << k;
+    // The vector of 5 is column 4 of Q, up to its sign.
+    const double sign = p.at(1, 1) * Q(0, 3) > 0 ? 1.0 : -1.0;
+    for (int i = 0; i < n; ++i) EXPECT_NEAR(sign * p.at(i + 1, 1), Q(i, 3), 1e-14);
+}
+
+}  // namespace

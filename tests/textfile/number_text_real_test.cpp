@@ -1,0 +1,348 @@
+// Tests of the number-to-text converters: R02R2C1 by layout, its limits,
+// rounding, fitting and messages; the wrappers R02R2C2, R02R2C3; R02I2C1, R02I2C2.
+#include "number_text_fixture.h"
+
+#include <climits>
+#include <cmath>
+
+namespace {
+
+struct Shown {
+    std::string text;
+    int len;
+    int err;
+};
+
+// R02R2C1 into a field of `width` characters; the field must come back with
+// its width and blanks behind the text.
+Shown real(double v, int nInt, int nFrac, int fmt, int width = 40, int type = 2, int errIn = 0) {
+    std::string field(static_cast<std::size_t>(width), '#');
+    int len = -7;
+    int err = errIn;
+    R02R2C1(v, field, nInt, nFrac, len, type, fmt, err);
+    EXPECT_EQ(field.size(), static_cast<std::size_t>(width));
+    EXPECT_GE(len, 0);
+    const std::size_t used = static_cast<std::size_t>(std::max(len, 0));
+    EXPECT_EQ(field.find_first_not_of(' ', used), std::string::npos) << field;
+    return {field.substr(0, used), len, err};
+}
+
+std::string text(double v, int nInt, int nFrac, int fmt, int width = 40, int type = 2) {
+    return real(v, nInt, nFrac, fmt, width, type).text;
+}
+
+const std::string kNoConversion = "              No conversion REAL->CHAR is possible.\n";
+
+using RealToTextTest = NumberTextTest;
+
+TEST_F(RealToTextTest, ExampleTableWithFiveDecimals) {
+    struct Row {
+        double v;
+        const char* fmt0;
+        const char* fmt1;
+        const char* fmtMinus1;
+    };
+    const Row rows[] = {
+        {3.14159265, " 3.14159e+000", "3.14159", "3.14159"},
+        {1234.5, " 1.23450e+003", "1234.50", "1234.5"},
+        {3.0, " 3.00000e+000", "3.00000", "3.0"},
+        {1000000, " 1.00000e+006", "1.00000e+6", "1.0e+6"},
+        {0.05, " 5.00000e-002", "5.00000e-2", "5.0e-2"},
+        {0.5, " 5.00000e-001", "0.500000", "0.5"},
+    };
+    for (const Row& r : rows) {
+        const Shown s0 = real(r.v, 1, 5, 0);
+        EXPECT_EQ(s0.text, r.fmt0);
+        EXPECT_EQ(s0.len, 13);
+        EXPECT_EQ(s0.err, 0);
+        EXPECT_EQ(text(r.v, 1, 5, 1), r.fmt1);
+        EXPECT_EQ(text(r.v, 1, 5, -1), r.fmtMinus1);
+    }
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(RealToTextTest, SignColumnAndIntegerDigits) {
+    EXPECT_EQ(text(-2.5, 1, 5, 0), "-2.50000e+000");
+    EXPECT_EQ(text(-2.5, 1, 5, 1), "-2.50000");
+    EXPECT_EQ(text(-2.5, 1, 5, -2), "-2.5");
+    // Two digits in front of the point: the exponent is E - nInt = 1 - 2.
+    EXPECT_EQ(text(3.14159265, 2, 4, 0), " 31.4159e-001");
+    // Fixed when the exponent lies within the digits, else nInt digits in front.
+    EXPECT_EQ(text(1234567, 2, 2, 1), "12.35e+5");
+    EXPECT_EQ(text(123.456, 1, 3, 1), "123.5");
+    EXPECT_EQ(text(5, 0, 3, 1), "5.00");
+    EXPECT_EQ(text(5, 0, 3, 0), " .500e+001");
+    EXPECT_EQ(text(1e-300, 1, 3, 0), " 1.000e-300");
+}
+
+TEST_F(RealToTextTest, ZeroForms) {
+    EXPECT_EQ(text(0.0, 1, 3, 0), " 0.000e+000");
+    EXPECT_EQ(text(0.0, 2, 3, 0), " 00.000e+000");
+    EXPECT_EQ(text(0.0, 0, 2, 0), " .00e+000");
+    EXPECT_EQ(text(0.0, 1, 3, 1), "0.0");
+    EXPECT_EQ(text(0.0, 0, 3, 1), ".0");
+    EXPECT_EQ(text(0.0, 1, 0, 1), "0.");
+    EXPECT_EQ(text(0.0, 1, 3, 2), "0.000");
+    EXPECT_EQ(text(0.0, 3, 1, 3), "0.0");  // one "0" whatever nInt is
+    EXPECT_EQ(text(0.0, 0, 2, 2), ".00");
+    EXPECT_EQ(text(0.0, 1, 3, -1), "0");
+    EXPECT_EQ(text(0.0, 1, 3, -2), "0");
+    EXPECT_EQ(text(-0.0, 1, 3, -3), "0");
+    // Below the smallest normal number everything is zero.
+    EXPECT_EQ(text(std::ldexp(1.0, -1030), 1, 3, 1), "0.0");
+    EXPECT_EQ(text(-1e-39, 1, 3, 0, 40, 1), " 0.000e+00");
+}
+
+TEST_F(RealToTextTest, FixedDecimalsLayout) {
+    EXPECT_EQ(text(3.14159265, 1, 3, 2), "3.142");
+    EXPECT_EQ(text(0.05, 1, 3, 2), "0.050");
+    EXPECT_EQ(text(0.5, 1, 3, 2), "0.500");
+    EXPECT_EQ(text(0.5, 1, 3, -2), "0.5");
+    EXPECT_EQ(text(3.0, 1, 5, -2), "3");
+    // 0.0006 has no digit within three decimals until the rounding brings one.
+    const Shown up = real(0.0006, 1, 3, 2);
+    EXPECT_EQ(up.text, "0.001");
+    EXPECT_EQ(up.err, 0);
+    const Shown lost = real(0.0001, 1, 3, 2);
+    EXPECT_EQ(lost.text, "0.000");
+    EXPECT_EQ(lost.err, -3);
+    // No digit at all with one integer place and no decimals.
+    const Shown point = real(0.3, 1, 0, 2);
+    EXPECT_EQ(point.text, "0.");
+    EXPECT_EQ(point.err, 4);
+    EXPECT_EQ(text(0.6, 1, 0, 2), "1.");
+    // A carry that makes a new integer digit keeps three decimals.
+    EXPECT_EQ(text(9.9996, 2, 3, 2), "10.000");
+}
+
+TEST_F(RealToTextTest, FixedLayoutOverflowFillsTheFieldWithStars) {
+    const Shown s = real(12345.0, 3, 1, 2);
+    EXPECT_EQ(s.text, "******");
+    EXPECT_EQ(s.err, -4);
+    EXPECT_EQ(text(-12345.0, 3, 1, 2), "-*****");
+    // The carry of 9.9996 needs a second integer digit that nInt 1 lacks.
+    EXPECT_EQ(real(9.9996, 1, 3, 2).err, -4);
+    EXPECT_EQ(real(12.5, 1, 3, 3).text, "******");
+}
+
+TEST_F(RealToTextTest, SignificantDigitsLayout) {
+    EXPECT_EQ(text(3.14159, 1, 3, 3), "3.142");
+    EXPECT_EQ(text(0.05, 1, 3, 3), ".0500");  // no leading zero; the zero counts as a digit
+    EXPECT_EQ(text(0.05, 1, 3, -3), ".05");
+    EXPECT_EQ(text(0.09996, 1, 3, 3), ".1000");  // carry to E = 0 adds a digit
+    const Shown tiny = real(1e-5, 1, 3, 3);
+    EXPECT_EQ(tiny.text, "0.000");
+    EXPECT_EQ(tiny.err, -3);
+}
+
+TEST_F(RealToTextTest, RoundingThresholdAndRemainderRule) {
+    // Below S digits the last digit goes up from a remainder of 0.45 on.
+    EXPECT_EQ(text(0.99996, 1, 3, 1), "1.000");
+    EXPECT_EQ(text(1.23446, 1, 3, 1), "1.235");
+    EXPECT_EQ(text(1.23444, 1, 3, 1), "1.234");
+    // At S digits (7 for type 1) the remainder counts only from 0.7 on.
+    EXPECT_EQ(text(1.2345675, 1, 5, 1, 40, 1), "1.23457");  // six digits: 0.75 rounds
+    EXPECT_EQ(text(1.2345675, 1, 6, 1, 40, 1), "1.234567");  // seven: 0.5 is dropped
+    EXPECT_EQ(text(1.2345678, 1, 6, 1, 40, 1), "1.234568");  // seven: 0.8 rounds
+}
+
+TEST_F(RealToTextTest, LimitsOfTheTwoPrecisions) {
+    EXPECT_EQ(text(1.5e-20, 1, 3, 0, 40, 1), " 1.500e-20");  // exponent width 2
+    // 10^38 has a decimal exponent 39, beyond the single-precision limit 38.
+    const Shown big = real(1e38, 1, 3, 0, 40, 1);
+    EXPECT_EQ(big.text, "**********");
+    EXPECT_EQ(big.err, -4);
+    const Shown huge = real(-1e308, 1, 5, 0);
+    EXPECT_EQ(huge.text, "-************");
+    EXPECT_EQ(huge.err, -4);
+    // Too many digits: the surplus comes off nFrac (type 1 keeps 7 digits).
+    const Shown cut = real(2.5, 1, 9, 1, 40, 1);
+    EXPECT_EQ(cut.text, "2.500000");
+    EXPECT_EQ(cut.err, 2);
+    const Shown wide = real(0.5, 1, 20, 1);
+    EXPECT_EQ(wide.text, "0.5000000000000000");
+    EXPECT_EQ(wide.err, 2);
+    // Layout 2 cuts nInt and nFrac to S without a word.
+    const Shown fixed = real(0.5, 1, 20, 2);
+    EXPECT_EQ(fixed.text, "0.5000000000000000");
+    EXPECT_EQ(fixed.err, 0);
+}
+
+TEST_F(RealToTextTest, RequestChecks) {
+    const Shown noField = real(1.0, 1, 3, 1, 0);
+    EXPECT_EQ(noField.err, -2);
+    EXPECT_EQ(noField.len, 0);
+    const Shown noDigits = real(1.0, 0, 0, 1);
+    EXPECT_EQ(noDigits.err, -1);
+    EXPECT_EQ(noDigits.text, "");
+    EXPECT_EQ(real(1.0, 2, -3, 1).err, -1);  // the sum is checked before the signs
+    const Shown layout = real(123.456, 1, 3, 7);
+    EXPECT_EQ(layout.text, "123.5");
+    EXPECT_EQ(layout.err, 1);
+    const Shown mirrored = real(123.456, -1, 3, 1);
+    EXPECT_EQ(mirrored.text, "123.5");
+    EXPECT_EQ(mirrored.err, 10);
+    const Shown both = real(3.14159, 4, -3, -5);  // layout 1, nFrac 3: seven digits
+    EXPECT_EQ(both.text, "3.141590");
+    EXPECT_EQ(both.err, 10);
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(RealToTextTest, TextIsShortenedToTheCallersField) {
+    const Shown s = real(3.14159, 1, 5, 1, 5);
+    EXPECT_EQ(s.text, "3.142");
+    EXPECT_EQ(s.err, 3);
+    // 12341.678 needs 7 columns fixed; with two decimals less it goes to the
+    // exponent form "1.23e+4", still 7: the second try cuts the field.
+    const Shown twice = real(12341.678, 1, 5, 1, 4);
+    EXPECT_EQ(twice.text, "1.23");
+    EXPECT_EQ(twice.err, -3);
+    // Nothing left for the mantissa.
+    const Shown none = real(3.14159, 1, 5, 0, 3);
+    EXPECT_EQ(none.text, "***");
+    EXPECT_EQ(none.err, -3);
+}
+
+TEST_F(RealToTextTest, MessagesOnlyWithTheSwitchOn) {
+    struct Case {
+        double v;
+        int nInt, nFrac, fmt, width;
+        std::string said;
+    };
+    const std::string space =
+        " R02R2C1 --W- Unsufficient space for mantissa field, will be adjusted...\n";
+    const Case cases[] = {
+        {1.0, 1, 3, 1, 0, " R02R2C1 --E- Zero output string length specified.\n" + kNoConversion},
+        {1.0, 0, 0, 1, 40, " R02R2C1 --E- Zero mantissa length specified.\n" + kNoConversion},
+        {1.0, 1, 3, -4, 40,
+         " R02R2C1 --W- Wrong format, must be 0, +-1, +-2, or +-3, assumed 1.\n"},
+        {1.0, -1, 3, 1, 40, " R02R2C1 --W- Negative integer field width, assumed positive.\n"},
+        {1.0, 3, -1, 1, 40, " R02R2C1 --W- Negative fractional field width, assumed positive.\n"},
+        {1.0, 1, 20, 1, 40, " R02R2C1 --W- Too many significant digits specified.\n"},
+        {1e308, 1, 5, 0, 40, " R02R2C1 --E- Exponent overflow.\n" + kNoConversion},
+        {0.0001, 1, 3, 2, 40,
+         " R02R2C1 --E- Number too small, use exponential format.\n" + kNoConversion},
+        {0.0006, 1, 3, 2, 40, ""},  // the rounding brought a digit: the text is dropped
+        {12345.0, 3, 1, 2, 40,
+         " R02R2C1 --E- Overflow, use exponential format.\n" + kNoConversion},
+        {3.14159, 1, 5, 1, 5, space},
+        {3.14159, 1, 5, 0, 3,
+         space + " R02R2C1 --E- No space for mantissa field.\n" + kNoConversion},
+    };
+    for (const Case& c : cases) {
+        real(c.v, c.nInt, c.nFrac, c.fmt, c.width, 2, kTalk);
+        EXPECT_EQ(output(), c.said);
+        for (int errIn : {0, -9, 5}) real(c.v, c.nInt, c.nFrac, c.fmt, c.width, 2, errIn);
+        EXPECT_EQ(output(), "");
+    }
+}
+
+// ---- wrappers and integers ---------------------------------------------------
+
+TEST_F(RealToTextTest, WrapperR02R2C2CopiesOrRefuses) {
+    std::string result(20, '#');
+    int len = 0;
+    int err = 0;
+    R02R2C2(result, 0, 3.14159265, 1, 5, len, 2, 0, err);
+    EXPECT_EQ(result, " 3.14159e+000       ");
+    EXPECT_EQ(len, 13);
+    EXPECT_EQ(err, 0);
+
+    err = -6;
+    R02R2C2(result, 10, 3.14159265, 1, 5, len, 2, 0, err);
+    EXPECT_EQ(result, "*                   ");
+    EXPECT_EQ(len, 1);
+    EXPECT_EQ(err, -3);
+    EXPECT_EQ(output(), " R02R2C2 --E- Unsufficient length of R02R2C2: 10, required: 13\n");
+
+    err = 0;
+    R02R2C2(result, 10, 3.14159265, 1, 5, len, 2, 0, err);
+    EXPECT_EQ(err, -3);
+    EXPECT_EQ(output(), "");
+
+    // The switch of R02R2C1 travels through the wrapper.
+    err = kTalk;
+    R02R2C2(result, 0, 2.5, -1, 2, len, 2, -1, err);
+    EXPECT_EQ(result.substr(0, static_cast<std::size_t>(len)), "2.5");
+    EXPECT_EQ(err, 10);
+    EXPECT_EQ(output(), " R02R2C1 --W- Negative integer field width, assumed positive.\n");
+}
+
+TEST_F(RealToTextTest, ShortFormR02R2C3) {
+    std::string result(12, '#');
+    int len = 0;
+    int err = 0;
+    R02R2C3(result, 0, 3.14159, len, 1, err);
+    EXPECT_EQ(result, "3.142       ");
+    EXPECT_EQ(len, 5);
+    R02R2C3(result, 0, 3.14159, len, 0, err);
+    EXPECT_EQ(result, " 3.142e+000 ");
+    EXPECT_EQ(len, 11);
+
+    std::string small(8, '#');
+    err = -6;
+    R02R2C3(small, 0, 3.14159, len, 0, err);
+    EXPECT_EQ(small, "*       ");
+    EXPECT_EQ(len, 1);
+    EXPECT_EQ(err, -3);
+    EXPECT_EQ(output(), " R02R2C3 --E- Unsufficient length of R02R2C3.\n");
+    err = -5;
+    R02R2C3(small, 0, 3.14159, len, 0, err);
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(RealToTextTest, IntegersToText) {
+    struct Case {
+        int i;
+        const char* text;
+    };
+    const Case cases[] = {{0, "0"},
+                          {7, "7"},
+                          {12345, "12345"},
+                          {-12345, "-12345"},
+                          {INT_MAX, "2147483647"},
+                          {INT_MIN, "-2147483648"}};
+    for (const Case& c : cases) {
+        std::string field(12, '#');
+        int len = 0;
+        int err = 9;
+        R02I2C1(c.i, field, len, err);
+        const std::string expected = c.text;
+        EXPECT_EQ(field, expected + std::string(12 - expected.size(), ' '));
+        EXPECT_EQ(len, static_cast<int>(expected.size()));
+        EXPECT_EQ(err, 0);
+    }
+    std::string narrow(10, '#');
+    int len = 0;
+    int err = 0;
+    R02I2C1(INT_MIN, narrow, len, err);
+    EXPECT_EQ(narrow, "*         ");
+    EXPECT_EQ(err, -4);
+    EXPECT_EQ(output(), "");  // that text stays unsent
+
+    std::string empty;
+    R02I2C1(5, empty, len, err);
+    EXPECT_EQ(err, -2);
+    EXPECT_EQ(len, 0);
+    EXPECT_EQ(output(), " R02I2C1 --E- Zero string length dimensioned.\n");
+}
+
+TEST_F(RealToTextTest, IntegerWrapperR02I2C2) {
+    std::string result(4, '#');
+    int len = 0;
+    int err = 0;
+    R02I2C2(result, 0, -7, len, err);
+    EXPECT_EQ(result, "-7  ");
+    EXPECT_EQ(len, 2);
+    EXPECT_EQ(err, 0);
+    R02I2C2(result, 0, 12345, len, err);  // the message comes whatever err was
+    EXPECT_EQ(result, "*   ");
+    EXPECT_EQ(err, -4);
+    EXPECT_EQ(output(), " R02I2C2 --E- Unsufficient length of R02I2C2: 4, required: 5\n");
+    std::string wide(20, '#');
+    R02I2C2(wide, 3, 1234, len, err);
+    EXPECT_EQ(err, -4);
+    EXPECT_EQ(output(), " R02I2C2 --E- Unsufficient length of R02I2C2: 3, required: 4\n");
+}
+
+}  // namespace
