@@ -1,0 +1,23 @@
+// Gauss-Legendre quadrature of the scattering fit: GAUSSQ, its table of
+// rules, gaussRulePoints and resetGaussLegendre.
+#pragma once
+
+// An integrand of the scattering fit: one abscissa in, one value out; every
+// other input travels in the shared record FormArgs.
+using Integrand = double (*)(double);
+
+// Integral of f on [a, b] by one Gauss-Legendre rule of the table (1, 2, 3,
+// 4, 5, 6, 8, 10, 12, 14, 16, 20, 24, 32, 48, 64 points).  A request of 64 or
+// more points takes the 64-point rule and sets status 1 when it was more
+// than 64; otherwise status is 0.  A request between two rules takes the
+// smaller rule with at least as many points, and a request below 1 takes the
+// one-point rule.  With h = (b - a)/2 and c = (a + b)/2 the nodes are
+// c + h x_i and c - h x_i with weights h w_i; f is called, and the sum built,
+// from the node next to b down to the node next to a.
+double GAUSSQ(double a, double b, int n, Integrand f, int& status);
+
+// Number of points of the rule that a request of n points is given.
+int gaussRulePoints(int n);
+
+// Forgets the computed table, so that the next GAUSSQ computes it again.
+void resetGaussLegendre();
