@@ -17,6 +17,7 @@ test: build
 
 demo: build
 	@mkdir -p demo-output
+	cp data/zemok.hlp demo-output/
 	cd demo-output && ../$(BUILD)/zemok < ../examples/demo-session.cmd | tee demo-transcript.txt
 
 clean:

@@ -56,6 +56,7 @@ struct E4DataSetRecord {
     std::string commentChars;
 
     int& nVar() { return iStat(35); }
+    int nVar() const { return iStat(35); }
 };
 
 extern E4DataSetRecord E4DataSet;

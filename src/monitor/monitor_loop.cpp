@@ -2,10 +2,12 @@
 // splits and dispatches command lines, and the error exit.
 #include "monitor/monitor.h"
 
+#include "monitor/channel_commands.h"
 #include "monitor/console_layer.h"
 #include "monitor/e4dataset.h"
 #include "monitor/monitor_state.h"
 #include "monitor/sysinf.h"
+#include "numlib/machine_constants.h"
 #include "platform/units.h"
 #include "textfile/command_stack.h"
 #include "textfile/line_splitters.h"
@@ -35,6 +37,8 @@ void startSession(MonitorState& m) {
     d.iStat(98) = 0;
     d.iStat(7) = 1;
     m.status = 0;
+    m.eps = X02RMDC(2);
+    m.rBig = X02RMDC(5);
 }
 
 void echoCommandLine() {
@@ -188,7 +192,7 @@ void E4MON1(int& status) {
     startSession(m);
     echoCommandLine();
     clearStack(m);
-    Step step = Step::ReadNext;
+    Step step = firstCommandFromKeys(m) ? Step::Push : Step::ReadNext;
     while (step != Step::Return) {
         switch (step) {
             case Step::ReadNext: step = readNext(m); break;

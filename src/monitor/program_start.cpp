@@ -5,8 +5,12 @@
 #include "monitor/e4dataset.h"
 #include "monitor/monitor_state.h"
 #include "monitor/sysinf.h"
+#include "numlib/cpu_timers.h"
+#include "numlib/machine_constants.h"
+#include "objective/target_function.h"
 #include "platform/clock.h"
 #include "platform/units.h"
+#include "textfile/number_text.h"
 #include "textfile/word_splitter.h"
 
 namespace {
@@ -47,6 +51,10 @@ void splitCommandLine(const std::string& commandLine) {
 }
 
 void resetProgramState() {
+    resetWordSplitter();
+    resetNumberText();
+    resetCpuTimers();
+    resetTargetFunction();
     resetSysinf();
     resetE4DataSet();
     resetMonitorState();
@@ -56,6 +64,9 @@ void resetProgramState() {
 
 int E4MAIN() {
     int status = 0;
+    double eps = 0, rMin = 0, rMax = 0, rBig = 0;
+    int nDigits = 0;
+    X02MDC1(eps, rMin, rMax, rBig, nDigits);
     resetProgramState();
     splitCommandLine(programCommandLine());
     E4MON1(status);

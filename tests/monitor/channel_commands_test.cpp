@@ -1,0 +1,173 @@
+// Tests of Z1ACS1 and the OPEN, CLOSE handlers: channels, flags and file
+// names, the banner of a data-writing file, the questions and the failure
+// texts, and the first command taken from the key "/C=name".
+#include "monitor/channel_commands.h"
+#include "monitor/e4dataset.h"
+#include "monitor/monitor.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+#include "textfile/line_splitters.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+class ChannelCommands : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        unit::setTerminal(&in_, &out_);
+        home_ = std::filesystem::current_path();
+        dir_ = ::testing::TempDir() + "channel_commands_" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::filesystem::remove_all(dir_);
+        std::filesystem::create_directories(dir_);
+        std::filesystem::current_path(dir_);
+    }
+    void TearDown() override {
+        unit::resetUnits();
+        std::filesystem::current_path(home_);
+        std::filesystem::remove_all(dir_);
+    }
+    // Runs Z1ACS1 on the words of `line`; returns the status.
+    int run(const std::string& line) {
+        int status = 0;
+        splitMonitorCommand(line, words_.data(), status);
+        E4DataSetRecord& d = E4DataSet;
+        Z1ACS1(words_.data(), 0, d.iStat(21), d.iStat(22), d.iStat(23), status);
+        return status;
+    }
+    std::string output() {
+        std::string text = out_.str();
+        out_.str("");
+        return text;
+    }
+    static std::string text(const std::string& path) {
+        std::ifstream in(path);
+        return std::string((std::istreambuf_iterator<char>(in)), {});
+    }
+    std::array<std::string, 6> words_;
+    std::istringstream in_;
+    std::ostringstream out_;
+    std::filesystem::path home_;
+    std::string dir_;
+};
+
+TEST_F(ChannelCommands, DataReadingOnTheDefaultFileAndChannel) {
+    std::ofstream("zemok.inp") << "nVar\n 3\n";
+    EXPECT_EQ(run("open,data,read"), 0);
+    EXPECT_EQ(sysinf.drUnit, 4);
+    EXPECT_EQ(E4DataSet.iStat(22), 4);
+    std::string record;
+    unit::readRecord(4, record);
+    EXPECT_EQ(record, "nVar");
+    // A second OPEN reuses the channel that is already connected.
+    std::ofstream("other.inp") << "other\n";
+    EXPECT_EQ(run("OPEN,DATA,READ,other.inp"), 0);
+    unit::readRecord(4, record);
+    EXPECT_EQ(record, "other");
+    EXPECT_EQ(E4DataSet.drName, padded("other.inp", 32));
+}
+
+TEST_F(ChannelCommands, MissingFileLeavesTheChannelOnTheTerminal) {
+    EXPECT_EQ(run("OPEN,DATA,READ,missing.inp"), 5);
+    EXPECT_EQ(sysinf.drUnit, 5);
+    EXPECT_EQ(E4DataSet.iStat(22), 0);
+    EXPECT_EQ(output(), " Z1OPN1 ---E- Error code: {1004}. file does not exist\n"
+                        " Z1ACS1 ---E- Execution of the command \"OPEN,DATA,READ,missing.inp\"\n"
+                        "              causes an error diagnostic.\n");
+}
+
+TEST_F(ChannelCommands, NewCommandFileReplacesTheOpenOne) {
+    std::ofstream("a.cmd") << "first of a\nsecond of a\n";
+    std::ofstream("b.cmd") << "first of b\n";
+    EXPECT_EQ(run("OPEN,COMMAND,READ,a.cmd"), 0);
+    EXPECT_EQ(sysinf.crUnit, 3);
+    EXPECT_EQ(E4DataSet.iStat(21), 3);
+    std::string record;
+    unit::readRecord(3, record);
+    EXPECT_EQ(run("OPEN,C,R,b.cmd"), 0);  // no questions from a command file
+    unit::readRecord(3, record);
+    EXPECT_EQ(record, "first of b");
+    EXPECT_EQ(E4DataSet.crName, padded("b.cmd", 32));
+}
+
+TEST_F(ChannelCommands, QuestionsFillTheMissingWordsAtTheTerminal) {
+    in_.str("data\nwrite\n");
+    EXPECT_EQ(run("OPEN"), 0);
+    EXPECT_EQ(joinedWords(words_.data()), "OPEN,DATA,WRITE");
+    EXPECT_EQ(output(), " Data type? [ DATA / COMMAND ] " + std::string(27, '.') + ": " +
+                            " Access type? [ READ / WRITE ] " + std::string(27, '.') + ": ");
+    EXPECT_EQ(sysinf.dwUnit, 7);
+    EXPECT_TRUE(std::filesystem::exists("zemok.out"));  // the default name
+}
+
+TEST_F(ChannelCommands, NoQuestionsInAutoModeOrFromACommandFile) {
+    sysinf.MODEE4 = 1;
+    EXPECT_EQ(run("OPEN"), 2);
+    EXPECT_EQ(run("OPEN,DATA"), 3);
+    E4DataSet.dwName = padded("", 32);
+    EXPECT_EQ(run("OPEN,D,W"), 4);
+    EXPECT_EQ(sysinf.dwUnit, 6);
+    sysinf.MODEE4 = 0;
+    sysinf.crUnit = 3;
+    EXPECT_EQ(run("CLOSE,X"), 2);
+    EXPECT_EQ(run("FOO,DATA"), 1);  // neither OPEN nor CLOSE: no text
+    EXPECT_EQ(output(), " Z1ACS1 ---E- Execution of the command \"OPEN\"\n"
+                        "              causes an error diagnostic: DATA TYPE MISSED.\n"
+                        " Z1ACS1 ---E- Execution of the command \"OPEN,DATA\"\n"
+                        "              causes an error diagnostic: ACCESS MISSED.\n"
+                        " Z1ACS1 ---E- Execution of the command \"OPEN,DATA,WRITE\"\n"
+                        "              causes an error diagnostic: FILE NAME MISSED.\n"
+                        " Z1ACS1 ---E- Execution of the command \"CLOSE,X\"\n"
+                        "              causes an error diagnostic: DATA TYPE MISSED.\n");
+}
+
+TEST_F(ChannelCommands, CloseReturnsEachChannelToTheTerminal) {
+    std::ofstream("c.cmd") << "x\n";
+    ASSERT_EQ(run("OPEN,DATA,WRITE,w.out"), 0);
+    ASSERT_EQ(run("OPEN,COMMAND,READ,c.cmd"), 0);
+    EXPECT_EQ(run("CLOSE,D,W"), 0);
+    EXPECT_EQ(joinedWords(words_.data()), "CLOSE,DATA,WRITE");
+    EXPECT_EQ(sysinf.dwUnit, 6);
+    EXPECT_EQ(E4DataSet.iStat(23), 0);
+    EXPECT_FALSE(unit::isOpen(7));
+    EXPECT_EQ(run("CLOSE,DATA,READ"), 0);  // nothing open: no error
+    EXPECT_EQ(sysinf.drUnit, 5);
+    // The handler of CLOSE,COMMAND also ends automatic mode.
+    MonitorState& m = monitorState();
+    int status = 0;
+    setLine(m, "CLOSE,COMMAND");
+    splitMonitorCommand(m.line, m.words.data(), status);
+    sysinf.MODEE4 = 1;
+    EXPECT_EQ(E4CmdClose(m), Outcome::Done);
+    EXPECT_EQ(sysinf.MODEE4, 0);
+    EXPECT_EQ(joinedWords(m.words.data()), "CLOSE,COMMAND,READ");
+    EXPECT_EQ(sysinf.crUnit, 5);
+    EXPECT_EQ(E4DataSet.iStat(21), 0);
+    EXPECT_FALSE(unit::isOpen(3));
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(ChannelCommands, FirstCommandFromTheKeyC) {
+    MonitorState& m = monitorState();
+    splitCommandLine("/U=answers.txt -C=session.cmd /C=other.cmd");
+    EXPECT_TRUE(firstCommandFromKeys(m));
+    EXPECT_EQ(std::string(m.text()), "OPEN COMMAND READ session.cmd");
+    splitCommandLine("/C /c=Lower.CMD");
+    EXPECT_TRUE(firstCommandFromKeys(m));
+    EXPECT_EQ(std::string(m.text()), "OPEN COMMAND READ Lower.CMD");
+    setLine(m, "");
+    splitCommandLine("/C /UC=x.ans arg");
+    EXPECT_FALSE(firstCommandFromKeys(m));
+    splitCommandLine("");
+    EXPECT_FALSE(firstCommandFromKeys(m));
+    EXPECT_EQ(m.lineLength, 0);
+}
+
+}  // namespace

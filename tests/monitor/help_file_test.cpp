@@ -1,0 +1,126 @@
+// Walks the help file data/zemok.hlp: every section the program asks for
+// is there, is found by I05FCBD1 and has a body; NAMES lists every
+// parameter of LOAD and TEST-LIST every test problem.
+#include "monitor/help_sections.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <fstream>
+#include <regex>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+const std::string kHelpFile = std::string(ZEMOK_SOURCE_DIR) + "/data/zemok.hlp";
+
+const std::vector<std::string> kCommandSections = {
+    "HELP", "MODE", "PROBLEM", "TEST-LIST", "METHOD",  "LOAD",    "NAMES", "REPORT", "SAVE",  "RECOVER",
+    "T-M",  "@",    "TIME",    "MESSAGE",   "SET",     "SET*",    "EVALUATE", "SECTION", "RESET", "CHECK"};
+
+std::string reduced(const std::string& line) {
+    std::string out;
+    for (char c : line) {
+        if (c != ' ' && c != '\t') out += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+    }
+    return out;
+}
+
+std::vector<std::string> fileLines() {
+    std::ifstream in(kHelpFile);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(in, line);) lines.push_back(line);
+    return lines;
+}
+
+class HelpFile : public ::testing::Test {
+protected:
+    void SetUp() override {
+        unit::resetUnits();
+        resetSysinf();
+        sysinf.screenH = 1000;  // no pauses
+        unit::setTerminal(&in_, &out_);
+    }
+    void TearDown() override { unit::resetUnits(); }
+    std::string section(const std::string& name, std::string_view prefix = kCommandHelpPrefix) {
+        out_.str("");
+        int status = 99;
+        I05FCBD1(kHelpFileChannel, 6, kHelpFile, prefix, name, status);
+        EXPECT_EQ(status, 0) << name;
+        return out_.str();
+    }
+    std::istringstream in_;
+    std::ostringstream out_;
+};
+
+TEST_F(HelpFile, EverySectionTheProgramAsksForHasItsOwnHeader) {
+    std::vector<std::string> names;
+    const std::string head = "==>USER-COMMAND:";
+    for (const std::string& line : fileLines()) {
+        std::string r = reduced(line);
+        if (r.rfind(head, 0) == 0) names.push_back(r.substr(head.size()));
+    }
+    for (const std::string& wanted : kCommandSections) {
+        EXPECT_EQ(std::count(names.begin(), names.end(), wanted), 1) << wanted;
+    }
+}
+
+TEST_F(HelpFile, TitlePagesComeBeforeTheCommandSections) {
+    // Printing a command section ends only at the next command header, so
+    // the title pages must not stand behind one.
+    std::vector<std::string> lines = fileLines();
+    ASSERT_FALSE(lines.empty());
+    EXPECT_EQ(reduced(lines[0]), "==>TITLES");
+    int others = 0;
+    for (const std::string& line : lines) {
+        std::string r = reduced(line);
+        if (r.rfind("==>", 0) == 0 && r.rfind("==>USER-COMMAND:", 0) != 0) ++others;
+        EXPECT_LE(line.size(), 128u) << line;
+        EXPECT_EQ(line.find('\t'), std::string::npos) << line;
+    }
+    EXPECT_EQ(others, 1);
+    std::string title = section("TITLES", kTitlePrefix);
+    EXPECT_NE(title.find("Z  E  M  O  K"), std::string::npos);
+    EXPECT_EQ(title.find("USER-COMMAND"), std::string::npos);
+}
+
+TEST_F(HelpFile, EverySectionShowsABodyWithAnExample) {
+    for (const std::string& name : kCommandSections) {
+        std::string text = section(name);
+        EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 5) << name;
+        EXPECT_EQ(text.find("USER-COMMAND"), std::string::npos) << name;
+    }
+    // Sections that explain one command show it in use.
+    for (const char* name : {"MODE", "PROBLEM", "METHOD", "LOAD", "REPORT", "SAVE", "RECOVER", "@",
+                             "MESSAGE", "SET", "SET*", "EVALUATE", "SECTION", "RESET"}) {
+        EXPECT_NE(section(name).find("Example"), std::string::npos) << name;
+    }
+}
+
+TEST_F(HelpFile, NamesListsEveryParameterOfLoad) {
+    const std::string text = section("NAMES");
+    const char* names[] = {"maxNFE", "maxITR", "nVar",   "iFixer", "xStep",  "xScale",  "xStart",
+                           "rXTol",  "rFTol",  "tolScl", "deviat", "hCond",  "FrlErr",  "finDif",
+                           "bL",     "bU",     "stpMax", "direct", "temper", "NtriesT", "Tsced"};
+    const char* keys[] = {"MAXN", "MAXI", "NV", "IF", "STE", "XSC", "XST", "RX", "RF", "TO", "DE",
+                          "HC",   "FR",   "FIN", "BL", "BU", "STPM", "DIR", "TE", "NT", "TS"};
+    for (std::size_t i = 0; i < std::size(names); ++i) {
+        std::regex row(std::string("\n +") + keys[i] + " +" + names[i] + " ");
+        EXPECT_TRUE(std::regex_search(text, row)) << keys[i] << " " << names[i];
+    }
+}
+
+TEST_F(HelpFile, TestListDescribesTheFourteenProblems) {
+    const std::string text = section("TEST-LIST");
+    for (int n = 1; n <= 14; ++n) {
+        std::regex entry("\n +" + std::to_string(n) + "  [A-Z0-9]");
+        EXPECT_TRUE(std::regex_search(text, entry)) << n;
+    }
+    EXPECT_NE(text.find("Rosenbrock"), std::string::npos);
+    EXPECT_NE(text.find("Constant function"), std::string::npos);
+}
+
+}  // namespace

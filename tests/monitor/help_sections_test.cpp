@@ -1,0 +1,125 @@
+// Tests of I05FCBD1 on a small help file: the search of sections, repeated
+// sections, the prefix test, output on a file, page control and failures.
+#include "monitor/help_sections.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+const char* kHelpText =
+    "==> TITLES\n"
+    "Title line\n"
+    "==> USER-COMMAND: ALPHA\n"
+    "alpha one\n"
+    "\n"
+    "alpha two\n"
+    "==>user-command:beta\n"
+    "beta one\n"
+    "==> USER-COMMAND: SET\n"
+    "set one\n"
+    "==> USER-COMMAND: SET*\n"
+    "step one\n"
+    "==> USER-COMMAND: ALPHA\n"
+    "alpha three\n"
+    "==> USER-COMMAND: LONG\n"
+    "l1\nl2\nl3\nl4\nl5\n";
+
+const std::string kPause = " ===> Enter \"E\" to quit or press CR for more information: ";
+
+class HelpSections : public ::testing::Test {
+protected:
+    void SetUp() override {
+        unit::resetUnits();
+        resetSysinf();
+        unit::setTerminal(&in_, &out_);
+        dir_ = ::testing::TempDir() + "help_sections_" +
+               ::testing::UnitTest::GetInstance()->current_test_info()->name();
+        std::filesystem::create_directories(dir_);
+        helpFile_ = dir_ + "/test.hlp";
+        std::ofstream(helpFile_) << kHelpText;
+    }
+    void TearDown() override {
+        unit::resetUnits();
+        std::filesystem::remove_all(dir_);
+    }
+    // Shows a section on the terminal; returns the status.
+    int show(const std::string& section, const std::string& prefix = std::string(kCommandHelpPrefix),
+             int out = 6) {
+        int status = 99;
+        I05FCBD1(kHelpFileChannel, out, helpFile_, prefix, section, status);
+        return status;
+    }
+    std::string output() {
+        std::string text = out_.str();
+        out_.str("");
+        return text;
+    }
+    std::istringstream in_;
+    std::ostringstream out_;
+    std::string dir_;
+    std::string helpFile_;
+};
+
+TEST_F(HelpSections, AllSectionsOfTheNameInFileOrder) {
+    EXPECT_EQ(show("ALPHA"), 0);
+    // An empty line is one blank; the later ALPHA section follows.
+    EXPECT_EQ(output(), " alpha one\n \n alpha two\n alpha three\n");
+    EXPECT_FALSE(unit::isOpen(kHelpFileChannel));
+}
+
+TEST_F(HelpSections, SectionKeyIsAPrefixOfTheHeader) {
+    EXPECT_EQ(show("SET"), 0);  // SET* belongs to SET too
+    EXPECT_EQ(output(), " set one\n step one\n");
+    EXPECT_EQ(show(" set * "), 0);  // blanks and case do not count
+    EXPECT_EQ(output(), " step one\n");
+    EXPECT_EQ(show("beta"), 0);
+    EXPECT_EQ(output(), " beta one\n");
+}
+
+TEST_F(HelpSections, TitlePagesEndAtTheFirstCommandSection) {
+    EXPECT_EQ(show("TITLES", std::string(kTitlePrefix)), 0);
+    EXPECT_EQ(output(), " Title line\n");
+}
+
+TEST_F(HelpSections, UnknownSectionIsReported) {
+    EXPECT_EQ(show("GAMMA"), 2);
+    EXPECT_EQ(output(), " I05FCBD1 --- No information for ==> USER-COMMAND: GAMMA\n");
+}
+
+TEST_F(HelpSections, TerminalPausesEveryScreenHeightLessTwoLines) {
+    sysinf.screenH = 4;  // a page of two lines
+    in_.str("\nE\n");
+    EXPECT_EQ(show("LONG"), 1);
+    // Behind the pause the first character of the line becomes "+", which
+    // writes over the question on a console with line control.
+    EXPECT_EQ(output(), " l1\n" + kPause + "+l2\n l3\n" + kPause);
+    EXPECT_FALSE(unit::isOpen(kHelpFileChannel));
+}
+
+TEST_F(HelpSections, FileOutputNeverPausesAndHasNoLeadingBlank) {
+    sysinf.screenH = 3;
+    unit::OpenSpec spec;
+    spec.status = unit::Status::Unknown;
+    ASSERT_EQ(unit::open(7, dir_ + "/out.txt", spec), 0);
+    EXPECT_EQ(show("ALPHA", std::string(kCommandHelpPrefix), 7), 0);
+    EXPECT_EQ(show("LONG", std::string(kCommandHelpPrefix), 7), 0);
+    unit::close(7);
+    EXPECT_EQ(output(), "");
+    std::ifstream in(dir_ + "/out.txt");
+    std::string text((std::istreambuf_iterator<char>(in)), {});
+    EXPECT_EQ(text, "alpha one\n \nalpha two\nalpha three\nl1\nl2\nl3\nl4\nl5\n");
+}
+
+TEST_F(HelpSections, EmptyPrefixPrintsTheWholeFile) {
+    std::ofstream(helpFile_) << "==> USER-COMMAND: X\ntext\n";
+    EXPECT_EQ(show("", ""), 0);
+    EXPECT_EQ(output(), " ==> USER-COMMAND: X\n text\n");
+}
+
+}  // namespace

@@ -1,0 +1,209 @@
+// The problem, method and option commands run inside the monitor with a
+// scripted terminal; their effect on the data set is checked directly.
+#include "monitor/e4dataset.h"
+#include "monitor/monitor.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+class Commands : public ::testing::Test {
+protected:
+    void SetUp() override { resetProgramState(); }
+    void TearDown() override { unit::resetUnits(); }
+    // Runs a monitor session on `input`; returns what it wrote.
+    std::string session(const std::string& input) {
+        std::istringstream in(input);
+        std::ostringstream out;
+        unit::setTerminal(&in, &out);
+        E4MON1(status);
+        unit::resetTerminal();
+        return out.str();
+    }
+    int status = -1;
+};
+
+const std::string kPrompt = " ZEMOK: ";
+
+TEST_F(Commands, MethodWordsSelectTheirRows) {
+    struct Case { const char* word; int method; };
+    for (Case c : {Case{"F-R", 1}, Case{"p-r", 2}, Case{"B-P", 3}, Case{"P-S", 4},
+                   Case{"D-F-P", 6}, Case{"B-F-G-S", 7}, Case{"BROYDEN", 8}, Case{"FLETCHER", 9},
+                   Case{"O-L", 10}, Case{"O-S", 11}, Case{"SB", 12}, Case{"S-B", 12},
+                   Case{"C-D", 14}, Case{"N-M", 15}, Case{"MONTE-CARLO", 16},
+                   Case{"SA-MC", 17}, Case{"SA-NM", 18}}) {
+        resetProgramState();
+        session(std::string("METHOD,") + c.word + ",\nEXIT\n");
+        EXPECT_EQ(E4DataSet.iStat(2), c.method) << c.word;
+    }
+}
+
+TEST_F(Commands, MethodWithoutAWordOffersBfgsAndCrTakesIt) {
+    std::string out = session("METHOD\n\nEXIT\n");
+    EXPECT_EQ(out, kPrompt + " What is the method of minimization? ......... < B-F-G-S >: " +
+                       kPrompt);
+    EXPECT_EQ(E4DataSet.iStat(2), 7);
+}
+
+TEST_F(Commands, UnknownMethodIsAskedAgainInteractively) {
+    std::string out = session("METHOD,XYZ\nN-M\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(2), 15);
+    EXPECT_NE(out.find("< B-F-G-S >: "), std::string::npos);
+}
+
+TEST_F(Commands, MonteCarloTakesTriesAndDeviate) {
+    session("METHOD,MONTE-CARLO,500,0.1\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(2), 16);
+    EXPECT_EQ(E4DataSet.iStat(33), 500);
+    EXPECT_EQ(E4DataSet.iStat(43), 1);
+    for (int i = 1; i <= 128; ++i) EXPECT_EQ(E4DataSet.deviat(i), 0.1) << i;
+}
+
+TEST_F(Commands, CoordinateDescentKeepsWhatTheConversionGave) {
+    session("METHOD,C-D,3\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(2), 14);
+    EXPECT_EQ(E4DataSet.iStat(56), 3);
+    session("METHOD,S-B,2\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(55), 2);
+}
+
+TEST_F(Commands, MessageLevelAndTerminalStopping) {
+    session("MESSAGE,5\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(7), 5);
+    EXPECT_EQ(E4DataSet.iStat(6), 1);
+    session("MES,2\nT-MODE\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(7), 2);
+    EXPECT_EQ(E4DataSet.iStat(6), 1);
+    session("T-M,N\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(6), 0);
+    std::string out = session("MESSAGE,lots\nEXIT\n");
+    EXPECT_NE(out.find(" ILLEGAL COMMAND: \"MESSAGE,lots\"\n"), std::string::npos);
+}
+
+TEST_F(Commands, SetSchemesTerminationAndStatus) {
+    session("SET,GRADIENT,4\nSET,T,L,5\nSET,T,O,WEAK\nSET,T,M\nSET,S,99,7\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(8), 4);
+    EXPECT_EQ(E4DataSet.iStat(9), 5);
+    EXPECT_EQ(E4DataSet.iStat(10), 1);
+    EXPECT_EQ(E4DataSet.iStat(11), 1);
+    EXPECT_EQ(E4DataSet.iStat(99), 7);
+    std::string out = session("SET,GRADIENT,5\nSET,T,L,6\nSET,S,106,1\nSET,T,M,OFF\nEXIT\n");
+    EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,GRADIENT,5\"\n"), std::string::npos);
+    EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,T,L,6\"\n"), std::string::npos);
+    EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,S,106,1\"\n"), std::string::npos);
+    EXPECT_EQ(E4DataSet.iStat(11), 0);
+}
+
+TEST_F(Commands, SetGradientWithoutCodeListsTheSchemes) {
+    std::string out = session("SET,GRADIENT\n2\nEXIT\n");
+    EXPECT_NE(out.find("         0 --- adaptive finite-difference procedure"), std::string::npos);
+    EXPECT_NE(out.find("         3 --- analytically expressed gradient"), std::string::npos);
+    EXPECT_EQ(out.find("         4 --- "), std::string::npos);
+    EXPECT_EQ(E4DataSet.iStat(8), 2);
+}
+
+TEST_F(Commands, AnEInTheFirstThreeWordsOfSetClearsTheStack) {
+    std::string out = session("SET,EX\nSET,G,E\nEXIT\n");
+    EXPECT_EQ(out, kPrompt + kPrompt + kPrompt);
+    EXPECT_EQ(E4DataSet.iStat(8), 0);
+}
+
+TEST_F(Commands, ChannelsOnlyGoToOpenFiles) {
+    std::string out = session("SET,DW,FILE\nSET,CR,T\nEXIT\n");
+    EXPECT_NE(out.find(" Output data file NOT OPENED!\n"), std::string::npos);
+    EXPECT_NE(out.find(" COMMAND \"SET,DW,FILE\" WAS FAILED TO EXECUTE\n"), std::string::npos);
+    EXPECT_EQ(sysinf.dwUnit, 6);
+}
+
+// The monitor zeroes the status vector when it starts; the vectors stay.
+// The status elements are therefore set with SET,STATUS inside the session.
+TEST_F(Commands, ScalingNeedsTheFactorsAndIsUndone) {
+    E4DataSet.xStart(1) = 3.0;
+    E4DataSet.xScale(1) = 2.0;
+    std::string out = session("SET,S,35,2\nSET,S,54,1\nSET,X\nSET,X\nSET,X,OFF\nEXIT\n");
+    EXPECT_NE(out.find(" Argument values already scaled!\n"), std::string::npos);
+    EXPECT_EQ(E4DataSet.xStart(1), 3.0);
+    EXPECT_EQ(E4DataSet.iStat(57), 0);
+}
+
+TEST_F(Commands, StepMovesAlongTheDirection) {
+    std::string out = session("STEP,0.5\nEXIT\n");
+    EXPECT_NE(out.find(" ERROR: Direction vector not specified.\n ILLEGAL COMMAND: \"STEP,0.5\"\n"),
+              std::string::npos);
+    resetProgramState();
+    E4DataSet.xStart(1) = 1.0;
+    E4DataSet.direct(1) = 4.0;
+    E4DataSet.direct(2) = -2.0;
+    out = session("SET,S,35,2\nSET,S,59,1\nSTEP,abc\n0.5\nEXIT\n");
+    EXPECT_NE(out.find(" Wrong step size, not a number\n"), std::string::npos);
+    EXPECT_EQ(E4DataSet.xStart(1), 3.0);
+    EXPECT_EQ(E4DataSet.xStart(2), -1.0);
+    EXPECT_EQ(E4DataSet.xEnd(2), -1.0);
+}
+
+TEST_F(Commands, TimeWritesTheDateLine) {
+    std::string out = session("TIME\nDATE\nEXIT\n");
+    // " dd-Mon-yyyy time hh:mm:ss"
+    std::size_t at = out.find(" time ");
+    ASSERT_NE(at, std::string::npos);
+    ASSERT_GE(at, 12u);
+    std::string line = out.substr(at - 12, 12 + 6 + 8);
+    EXPECT_EQ(line[0], ' ');
+    EXPECT_EQ(line[3], '-');
+    EXPECT_EQ(line[7], '-');
+    EXPECT_EQ(line[20], ':');
+    EXPECT_EQ(line[23], ':');
+}
+
+TEST_F(Commands, ModeAutoWithoutACommandFileFailsAndEndsTheSession) {
+    std::string out = session("MODE,AUTO\nEXIT\n");
+    EXPECT_NE(out.find(" COMMAND \"MODE,AUTO\" WAS FAILED TO EXECUTE\n"), std::string::npos);
+    EXPECT_EQ(status, 1);  // the mode was already auto when the open failed
+}
+
+TEST_F(Commands, UserProblemTakesTheFirstDigitAsItsType) {
+    session("PROBLEM,USER,12\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(102), 1);
+    EXPECT_EQ(E4DataSet.iStat(1), 20);
+    session("PROBLEM,USER,7,X\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(102), 7);
+}
+
+TEST_F(Commands, ProblemChangeSetsLimitsBoundsAndTheEndPoint) {
+    session("PROBLEM,TEST,3\n\nEXIT\n");
+    const E4DataSetRecord& d = E4DataSet;
+    EXPECT_EQ(d.iStat(1), 3);
+    EXPECT_EQ(d.nVar(), 4);
+    EXPECT_EQ(d.iStat(36), 4);
+    EXPECT_EQ(d.iStat(30), 1);
+    EXPECT_EQ(d.iStat(51), 1);
+    EXPECT_EQ(d.iStat(52), 1);
+    EXPECT_GT(d.iStat(33), 0);
+    EXPECT_GT(d.iStat(34), 0);
+    for (int i = 1; i <= 4; ++i) {
+        EXPECT_EQ(d.xEnd(i), d.xStart(i));
+        EXPECT_LT(d.bL(i), d.xStart(i));  // the Wood problem brings its own bounds
+        EXPECT_EQ(d.bU(i), -d.bL(i));
+        EXPECT_EQ(d.xScale(i), 1.0);
+    }
+    EXPECT_EQ(d.fEnd, d.fStart);
+}
+
+TEST_F(Commands, ProblemWithoutAWordCompletesFromTheProblemHeld) {
+    session("PROBLEM,TEST,3\n\nPROBLEM\n\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(1), 3);
+    EXPECT_EQ(E4DataSet.iStat(30), 1);  // a new problem change: counters start again
+}
+
+TEST_F(Commands, RepliesBeginningWithEClearTheStack) {
+    std::string out = session("PROBLEM\nEXIT\nPROBLEM,TEST,E\nEXIT\n");
+    EXPECT_EQ(E4DataSet.iStat(1), 0);
+    EXPECT_NE(out.find(" Specify the problem to be solved [ User / Test ] < USER >: "),
+              std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,181 @@
+// Tests of the array readers I5LRA1, I5LIA1, R02RDR, R02RDI, the writers
+// R02WRA1, R2WIA1 and the word joiner R02AWL.
+#include "console_fixture.h"
+#include "textfile/array_io.h"
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <limits>
+#include <vector>
+
+namespace {
+
+constexpr int kChannel = 4;
+
+class ArrayIO : public ConsoleFixture {
+protected:
+    void SetUp() override {
+        ConsoleFixture::SetUp();
+        path_ = ::testing::TempDir() + "array_io_" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".inp";
+    }
+    void TearDown() override {
+        ConsoleFixture::TearDown();
+        std::error_code ec;
+        std::filesystem::remove(path_, ec);
+    }
+    void openFile(const std::string& text, unit::Status status = unit::Status::Old) {
+        if (status == unit::Status::Old) std::ofstream(path_) << text;
+        unit::OpenSpec spec;
+        spec.status = status;
+        ASSERT_EQ(unit::open(kChannel, path_, spec), 0);
+    }
+    std::string fileContents() {
+        unit::close(kChannel);
+        std::ifstream in(path_);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    }
+    std::string path_;
+};
+
+TEST_F(ArrayIO, VectorReadFromFileRunsOverLines) {
+    openFile("nVar 3\n xStart ~~~~~ argument values\n 1.5, -2\n\n 3E2 4\n");
+    std::vector<double> x(5, 9.0);
+    int changed = 0, status = 7;
+    I5LRA1("Enter xStart:", "xStart", " ", "SEQUENTIAL", "data.inp", kChannel, x.data(), 5, 3, 1,
+           changed, status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(changed, 1);
+    EXPECT_EQ(x, (std::vector<double>{1.5, -2.0, 300.0, 9.0, 9.0}));
+    EXPECT_EQ(output(), "");  // no prompt when reading a file
+}
+
+TEST_F(ArrayIO, MatrixIsReadRowAfterRow) {
+    openFile("Hesse\n1 2 3\n4 5 6\n");
+    // Leading dimension 4: entry (i,j) is element (j-1)*4 + i-1.
+    std::vector<int> h(12, 0);
+    int changed = 0, status = 0;
+    I5LIA1("", "HESSE", "", "R", "h.inp", kChannel, h.data(), 4, 2, 3, changed, status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(h, (std::vector<int>{1, 4, 0, 0, 2, 5, 0, 0, 3, 6, 0, 0}));
+}
+
+TEST_F(ArrayIO, ReadFailureNamesTheFileAndKeepsWhatWasRead) {
+    openFile("xStart\n 1.0 abc 3.0\n");
+    std::vector<double> x(3, 9.0);
+    int changed = 0, status = 0;
+    I5LRA1("", "xStart", "", "R", "data.inp   ", kChannel, x.data(), 3, 3, 1, changed, status);
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(changed, 1);
+    EXPECT_EQ(x, (std::vector<double>{1.0, 9.0, 9.0}));
+    EXPECT_EQ(output(), " I5LRA1 -E- ERROR AT THE READING FROM THE FILE \"data.inp\"!\n"
+                        " I5LRA1 ---E- Error code: {1010}. input/output error\n");
+}
+
+TEST_F(ArrayIO, PrematureEndOfFile) {
+    openFile("iFixer\n 1 0\n");
+    std::vector<int> fix(4, 7);
+    int changed = 0, status = 0;
+    I5LIA1("", "iFixer", "", "R", "fix.inp", kChannel, fix.data(), 4, 4, 1, changed, status);
+    EXPECT_EQ(status, 2);
+    EXPECT_EQ(changed, 1);
+    EXPECT_EQ(fix, (std::vector<int>{1, 0, 7, 7}));
+    EXPECT_EQ(output(), " I5LIA1 -E- PREMATURE END OF THE FILE \"fix.inp\" !\n");
+}
+
+TEST_F(ArrayIO, JoinerPutsWordsAtTabColumns) {
+    std::string line(40, '#');
+    int length = 0, status = 9;
+    std::vector<std::string> w = {field("1", 8), field("22", 8), field("333", 8)};
+    R02AWL(w.data(), 3, ',', 8, line, length, status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(length, 19);
+    EXPECT_EQ(line, field("1,      22,     333", 40));
+    // A word longer than its gap pushes the next one on.
+    w = {field("123456789", 12), field("5", 12), field("", 12)};
+    R02AWL(w.data(), 3, ',', 8, line, length, status);
+    EXPECT_EQ(line, field("123456789,5", 40));
+    EXPECT_EQ(length, 11);
+    // An empty word in the middle keeps its place.
+    w = {field("a", 4), field("", 4), field("b", 4)};
+    R02AWL(w.data(), 3, ';', 4, line, length, status);
+    EXPECT_EQ(line, field("a;  ;   b", 40));
+    EXPECT_EQ(output(), "");
+}
+
+TEST_F(ArrayIO, JoinerFailures) {
+    std::string line(5, ' ');
+    int length = 0, status = 0;
+    std::vector<std::string> w = {field("", 4), field("  ", 4)};
+    R02AWL(w.data(), 2, ',', 8, line, length, status);
+    EXPECT_EQ(status, 1);
+    w = {field("abc", 4), field("def", 4)};
+    R02AWL(w.data(), 2, ',', 1, line, length, status);
+    EXPECT_EQ(status, -1);
+    EXPECT_EQ(line, "abc,d");
+    EXPECT_EQ(output(), " R02AWL ---W- All words are empty.\n"
+                        " R02AWL ---E- Unsufficient output line length.\n");
+}
+
+TEST_F(ArrayIO, RealWriterFiveToALineAndAnEmptyLineAfterEachRow) {
+    // A 2 by 6 matrix with leading dimension 3, row 1 holding 1.5 ... and
+    // row 2 the negatives.
+    std::vector<double> a(18, 0.0);
+    const double row[6] = {1.5, 2.25, 3.0, 4.75, 5.5, 6.125};
+    for (int j = 0; j < 6; ++j) {
+        a[static_cast<std::size_t>(j * 3)] = row[j];
+        a[static_cast<std::size_t>(j * 3 + 1)] = -row[j];
+    }
+    int status = 9;
+    R02WRA1(6, a.data(), 3, 2, 6, " run ~~~~~ Hesse:", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(output(),
+              "  run ~~~~~ Hesse:\n"
+              " 1.500000,      2.250000,      3.000000,      4.750000,      5.500000\n"
+              " 6.125000\n"
+              "\n"
+              " -1.500000,     -2.250000,     -3.000000,     -4.750000,     -5.500000\n"
+              " -6.125000\n"
+              "\n");
+}
+
+TEST_F(ArrayIO, StorageFieldsComeBackThroughTheReaders) {
+    openFile("", unit::Status::Unknown);
+    const double h[4] = {1.25, -0.5, 3.0e-7, 1234567.0};  // 2 by 2, column-major
+    const int fix[3] = {1, 0, 1};
+    int status = 0;
+    R02WRA1(kChannel, h, 2, 2, 2, " run1 ~~~~~ Hesse:", status);
+    R2WIA1(kChannel, fix, 1, 1, 3, " run1 ~~~~~ iFixer:", status);
+    R2WIA1(kChannel, fix, 1, 1, 3, " run12 ~~~~~ iFixer:", status);
+    unit::rewind(kChannel);
+    double back[4] = {};
+    int fixBack[3] = {};
+    R02RDR(kChannel, back, 2, 2, 2, "hesse", "RUN1", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_DOUBLE_EQ(back[0], 1.25);
+    EXPECT_DOUBLE_EQ(back[1], -0.5);
+    EXPECT_DOUBLE_EQ(back[2], 3.0e-7);
+    EXPECT_DOUBLE_EQ(back[3], 1234567.0);
+    R02RDI(kChannel, fixBack, 1, 1, 3, "IFIXER", "run12", status);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(fixBack[1], 0);
+    EXPECT_EQ(fixBack[2], 1);
+    R02RDI(kChannel, fixBack, 1, 1, 3, "BL", "run1", status);
+    EXPECT_EQ(status, -1);
+    EXPECT_EQ(output(), " I05FTSF --E- NOT FOUND \"BL\" \"run1\"\n");
+}
+
+void writeNotANumber() {
+    unit::setTerminal(nullptr, &std::cerr);
+    double a[1] = {std::numeric_limits<double>::quiet_NaN()};
+    int status = 0;
+    R02WRA1(6, a, 1, 1, 1, "x", status);
+}
+
+TEST(ArrayIODeath, UnconvertibleRealStopsTheProgram) {
+    EXPECT_EXIT(writeNotANumber(), ::testing::ExitedWithCode(1),
+                "^ x\n R02WRA1 --E- Fatal conversion error.\n R02WRA1\n$");
+}
+
+}  // namespace
