@@ -171,26 +171,34 @@ int readRecord(int u, std::string& record) {
     return 0;
 }
 
-int readDirect(int u, int rec, float* values, int n) {
+// Positions a direct-access channel at record `rec` for `n` reals.
+static Channel* seekDirect(int u, int rec, int n, int& status) {
     Channel* c = fileChannel(u);
-    if (!c) return IOERR_NOT_OPEN;
-    if (c->spec.access != Access::Direct) return IOERR_BAD_ACCESS;
+    status = !c ? IOERR_NOT_OPEN : (c->spec.access != Access::Direct ? IOERR_BAD_ACCESS : 0);
+    if (status != 0) return nullptr;
     long recl = c->spec.recordLength;
-    if (rec < 1 || n < 0 || static_cast<long>(n) * 4 > recl) return IOERR_BAD_RECORD;
-    if (std::fseek(c->file, (rec - 1) * recl, SEEK_SET) != 0) return IOERR_BAD_RECORD;
+    if (rec < 1 || n < 0 || static_cast<long>(n) * 4 > recl ||
+        std::fseek(c->file, (rec - 1) * recl, SEEK_SET) != 0) {
+        status = IOERR_BAD_RECORD;
+        return nullptr;
+    }
+    return c;
+}
+
+int readDirect(int u, int rec, float* values, int n) {
+    int status = 0;
+    Channel* c = seekDirect(u, rec, n, status);
+    if (!c) return status;
     std::size_t got = std::fread(values, 4, static_cast<std::size_t>(n), c->file);
     if (got != static_cast<std::size_t>(n)) return IOERR_BAD_RECORD;
     return 0;
 }
 
 int writeDirect(int u, int rec, const float* values, int n) {
-    Channel* c = fileChannel(u);
-    if (!c) return IOERR_NOT_OPEN;
-    if (c->spec.access != Access::Direct) return IOERR_BAD_ACCESS;
-    long recl = c->spec.recordLength;
-    if (rec < 1 || n < 0 || static_cast<long>(n) * 4 > recl) return IOERR_BAD_RECORD;
-    if (std::fseek(c->file, (rec - 1) * recl, SEEK_SET) != 0) return IOERR_BAD_RECORD;
-    std::string record(static_cast<std::size_t>(recl), '\0');
+    int status = 0;
+    Channel* c = seekDirect(u, rec, n, status);
+    if (!c) return status;
+    std::string record(static_cast<std::size_t>(c->spec.recordLength), '\0');
     std::copy_n(reinterpret_cast<const char*>(values), n * 4, record.begin());
     if (std::fwrite(record.data(), 1, record.size(), c->file) != record.size()) return IOERR_WRITE;
     return 0;

@@ -4,6 +4,8 @@
 
 #include "platform/units.h"
 
+#include "special_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -12,21 +14,7 @@
 
 namespace {
 
-class IncompleteBeta : public ::testing::Test {
-protected:
-    std::ostringstream console;
-    void SetUp() override {
-        unit::resetUnits();
-        unit::setTerminal(nullptr, &console);
-        resetSpecialFunctions();
-    }
-    void TearDown() override { unit::resetUnits(); }
-    std::string take() {
-        std::string s = console.str();
-        console.str("");
-        return s;
-    }
-};
+class IncompleteBeta : public SpecialFixture {};
 
 TEST_F(IncompleteBeta, RatioRangeChecksAndSymmetricPoint) {
     int err = 99;

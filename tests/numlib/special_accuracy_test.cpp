@@ -6,6 +6,8 @@
 
 #include "platform/units.h"
 
+#include "special_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -16,15 +18,8 @@ namespace {
 using special_reference::Row;
 using special_reference::rowsOf;
 
-class SpecialAccuracy : public ::testing::Test {
+class SpecialAccuracy : public SpecialFixture {
 protected:
-    std::ostringstream console;
-    void SetUp() override {
-        unit::resetUnits();
-        unit::setTerminal(nullptr, &console);
-        resetSpecialFunctions();
-    }
-    void TearDown() override { unit::resetUnits(); }
 
     // Every row of the routine within tol relative to max(|ref|, scale(row)),
     // with err 0 and not a word on the console.
@@ -45,7 +40,7 @@ protected:
                                 << r.arg[2] << ") = " << got << ", reference " << r.value;
             EXPECT_EQ(err, 0) << routine << "(" << r.arg[0] << ")";
         }
-        EXPECT_EQ(console.str(), "") << routine;
+        EXPECT_EQ(out_.str(), "") << routine;
         std::ostringstream text;
         text << worst;
         RecordProperty("worst_" + routine, text.str());
@@ -83,7 +78,7 @@ TEST_F(SpecialAccuracy, BinomialCoefficientsWithinTheRunningProductRounding) {
         // Above 2147483647 the value stands but err says it is no int32.
         EXPECT_EQ(err, r.v() > 2147483647.0 ? -2 : 0) << "C(" << r.n(0) << "," << r.n(1) << ")";
     }
-    EXPECT_EQ(console.str(), "");
+    EXPECT_EQ(out_.str(), "");
 }
 
 TEST_F(SpecialAccuracy, Ln1pNearZeroAndFarFromIt) {
@@ -116,7 +111,7 @@ TEST_F(SpecialAccuracy, GammaOverItsWholeRange) {
         EXPECT_LE(std::fabs(got - r.v()), tol * std::fabs(r.v())) << "Gamma(" << r.arg[0] << ")";
         EXPECT_EQ(err, 0) << "Gamma(" << r.arg[0] << ")";
     }
-    EXPECT_EQ(console.str(), "");
+    EXPECT_EQ(out_.str(), "");
 }
 
 TEST_F(SpecialAccuracy, CodysGammaOverItsWholeRange) {
@@ -135,7 +130,7 @@ TEST_F(SpecialAccuracy, CodysGammaOverItsWholeRange) {
         EXPECT_LE(std::fabs(got - r.v()), tol * std::fabs(r.v())) << "Gamma2(" << r.arg[0] << ")";
         EXPECT_EQ(err, 0) << "Gamma2(" << r.arg[0] << ")";
     }
-    EXPECT_EQ(console.str(), "");
+    EXPECT_EQ(out_.str(), "");
 }
 
 TEST_F(SpecialAccuracy, LogGammaAcrossEverySwitchPoint) {
@@ -153,7 +148,7 @@ TEST_F(SpecialAccuracy, LogGammaAcrossEverySwitchPoint) {
             << "lnGamma(" << r.arg[0] << ")";
         EXPECT_EQ(err, 0) << "lnGamma(" << r.arg[0] << ")";
     }
-    EXPECT_EQ(console.str(), "");
+    EXPECT_EQ(out_.str(), "");
 }
 
 TEST_F(SpecialAccuracy, LogBetaInEachOfItsThreeForms) {

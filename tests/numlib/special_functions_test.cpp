@@ -6,6 +6,8 @@
 #include "platform/units.h"
 #include "textfile/number_text.h"
 
+#include "special_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -15,21 +17,7 @@
 
 namespace {
 
-class SpecialFunctions : public ::testing::Test {
-protected:
-    std::ostringstream console;
-    void SetUp() override {
-        unit::resetUnits();
-        unit::setTerminal(nullptr, &console);
-        resetSpecialFunctions();
-    }
-    void TearDown() override { unit::resetUnits(); }
-    std::string take() {
-        std::string s = console.str();
-        console.str("");
-        return s;
-    }
-};
+class SpecialFunctions : public SpecialFixture {};
 
 const double kBig = std::ldexp(1.0, 1022);  // rBig of IEEE double
 

@@ -7,6 +7,8 @@
 
 #include "platform/units.h"
 
+#include "special_fixture.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -15,22 +17,10 @@
 
 namespace {
 
-class RunsTest : public ::testing::Test {
+class RunsTest : public SpecialFixture {
 protected:
-    std::ostringstream console;
     double stat = 7.0, low = 7.0, up = 7.0;
     int err = 99;
-    void SetUp() override {
-        unit::resetUnits();
-        unit::setTerminal(nullptr, &console);
-        resetSpecialFunctions();
-    }
-    void TearDown() override { unit::resetUnits(); }
-    std::string take() {
-        std::string s = console.str();
-        console.str("");
-        return s;
-    }
 };
 
 // nBelow points at -1 and nAbove at +1 around the centre 0, in `runs` runs
