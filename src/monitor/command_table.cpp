@@ -4,6 +4,7 @@
 #include "monitor/command_words.h"
 #include "monitor/console_layer.h"
 #include "monitor/e4dataset.h"
+#include "monitor/load_check.h"
 #include "monitor/monitor_state.h"
 #include "monitor/sysinf.h"
 #include "platform/units.h"
@@ -57,9 +58,10 @@ const std::vector<CommandEntry>& commandTable() {
     static const std::vector<CommandEntry> table = {
         {"H", E4CmdHelp},       {"MO", E4CmdMode},     {"OP", E4CmdOpen},
         {"CL", E4CmdClose},     {"PR", E4CmdProblem},  {"MET", E4CmdMethod},
-        {"T-M", E4CmdTMode},    {"@", E4CmdSystem},    {"TI", E4CmdTime},
-        {"DA", E4CmdTime},      {"MES", E4CmdMessage}, {"SET", E4CmdSet},
-        {"STE", E4CmdStep},     {"RES", E4CmdReset},   {"EX", E4CmdExit},
+        {"LO", E4CmdLoad},      {"REP", E4CmdReport},  {"T-M", E4CmdTMode},
+        {"@", E4CmdSystem},     {"TI", E4CmdTime},     {"DA", E4CmdTime},
+        {"MES", E4CmdMessage},  {"SET", E4CmdSet},     {"STE", E4CmdStep},
+        {"RES", E4CmdReset},    {"CH", E4CmdCheck},    {"EX", E4CmdExit},
     };
     return table;
 }

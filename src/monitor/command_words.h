@@ -50,3 +50,4 @@ Outcome E4CmdReset(MonitorState& m);
 Outcome E4CmdStep(MonitorState& m);
 Outcome E4CmdTime(MonitorState& m);
 Outcome E4CmdSystem(MonitorState& m);
+Outcome E4CmdReport(MonitorState& m);

@@ -1,0 +1,238 @@
+// LOAD's parameter steps: loadParameter, parameterUsed, parameterName, the
+// integer, scalar and vector loaders and the rules of maxITR, nVar, xStart, xScale, bounds, temper.
+#include "monitor/load_check.h"
+#include "monitor/load_steps.h"
+
+#include "monitor/command_words.h"
+#include "monitor/console_layer.h"
+#include "monitor/e4dataset.h"
+#include "monitor/sysinf.h"
+#include "numlib/machine_constants.h"
+#include "platform/units.h"
+#include "textfile/array_io.h"
+#include "textfile/line_splitters.h"
+#include "textfile/prompts.h"
+#include "textfile/string_tools.h"
+
+#include <array>
+
+namespace {
+
+struct ParameterInfo {
+    std::string_view name;
+    int element;  // set element of iStat (the value itself for integers)
+    int lowMethod, highMethod;  // methods that use it; 0, 0 for all
+    int otherMethod;            // one more method that uses it, or 0
+};
+
+// Indexed by LoadParameter.
+constexpr ParameterInfo kInfo[] = {
+    {"maxNFE", 33, 0, 0, 0},  {"maxITR", 34, 0, 0, 0},   {"nVar", 35, 0, 0, 0},
+    {"iFixer", 36, 0, 0, 0},  {"xStart", 38, 0, 0, 0},   {"xStep", 39, 0, 0, 0},
+    {"rXTol", 40, 0, 0, 0},   {"rFTol", 41, 0, 0, 0},    {"tolScl", 42, 1, 11, 0},
+    {"deviat", 43, 16, 17, 0}, {"hCond", 44, 6, 11, 0},  {"FrlErr", 45, 0, 0, 0},
+    {"finDif", 47, 1, 11, 0}, {"ARGUMENT BOUND", 51, 12, 12, 0}, {"stpMax", 53, 0, 0, 0},
+    {"xScale", 54, 0, 0, 0},  {"direct", 59, 0, 0, 0},   {"temper", 65, 17, 18, 0},
+    {"NtriesT", 66, 17, 18, 0}, {"Tsced", 67, 17, 18, 0},
+};
+
+const ParameterInfo& info(LoadParameter p) { return kInfo[static_cast<int>(p)]; }
+
+// Loads a real array of `extent` entries (1 for a scalar) into `target`
+// from the words `first` on.  The values go to a copy first, so that a
+// failing read stores nothing.
+std::optional<Outcome> loadReals(MonitorState& m, std::string_view name, int element,
+                                 double* target, int extent, int first) {
+    std::array<double, kMaxVar> copy{};
+    for (int i = 0; i < extent; ++i) copy[static_cast<std::size_t>(i)] = target[i];
+    std::array<std::string, kWordCount> words = m.words;
+    int changed = 0;
+    int status = 0;
+    I5LRA2(copy.data(), kMaxVar, extent, 1, name, kLoadMarker, iStatComment(element), words.data(),
+           kWordCount, first, kCommandDelimiters, E4DataSet.iStat(element), m.sourceChannel,
+           sourceFileName(m), kLoadAccess, sysinf.MODEE4, changed, status);
+    m.changedFlag = changed;
+    if (status != 0) return failedCommand(m);
+    if (changed == 0) return std::nullopt;
+    for (int i = 0; i < extent; ++i) target[i] = copy[static_cast<std::size_t>(i)];
+    E4DataSet.iStat(element) = 1;
+    return std::nullopt;
+}
+
+// The step of a vector of nVar entries: the nVar prerequisite, word 4
+// "ALL" when blank, then the load.
+std::optional<Outcome> loadVector(MonitorState& m, std::string_view name, int element, double* target) {
+    if (std::optional<Outcome> pre = needVariables(m)) return pre;
+    if (wordBlank(m, 4)) setWord(m, 4, "ALL");
+    return loadReals(m, name, element, target, E4DataSet.nVar(), 4);
+}
+
+// A real scalar: only loaded when its set element is clear.
+std::optional<Outcome> loadScalar(MonitorState& m, std::string_view name, int element, double& target,
+                                  int word) {
+    if (E4DataSet.iStat(element) != 0) return std::nullopt;
+    return loadReals(m, name, element, &target, 1, word);
+}
+
+// An integer value by I5LIN1 from word `word`.  The value is stored only
+// when the load succeeds.
+std::optional<Outcome> loadInteger(MonitorState& m, std::string_view name, int element, int& value,
+                                   int word) {
+    int copy = value;
+    int changed = 0;
+    int status = 0;
+    I5LIN1(copy, name, kLoadMarker, iStatComment(element), m.word(word), kLoadAccess, m.sourceChannel,
+           sourceFileName(m), sysinf.MODEE4, changed, status);
+    m.changedFlag = changed;
+    if (status != 0) return failedCommand(m);
+    value = copy;
+    return std::nullopt;
+}
+
+// maxITR; the methods that count tries rather than iterations take it as
+// maxNFE too.
+std::optional<Outcome> loadMaxItr(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    if (std::optional<Outcome> end = loadInteger(m, "maxITR", 34, d.iStat(34), 4)) return end;
+    int method = d.iStat(2);
+    if (method < 15 || method > 18) return std::nullopt;
+    d.iStat(33) = d.iStat(34);
+    if (d.iStat(7) > 0) {
+        std::string row = methodRow(method);
+        E04MES("The method \"" + row.substr(0, static_cast<std::size_t>(R02LEN(row))) + "\"");
+        E04MES("assumes the use of  maxNFE  rather than  maxITR.");
+        E04MES("maxNFE  will now be set equal to  maxITR.");
+    }
+    return std::nullopt;
+}
+
+// nVar, loaded until it lies in 1 to 128.
+std::optional<Outcome> loadNVar(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    int word = 4;
+    while (true) {
+        int value = d.nVar();
+        if (std::optional<Outcome> end = loadInteger(m, "nVar", 35, value, word)) return end;
+        if (value >= 1 && value <= kMaxVar) {
+            d.nVar() = value;
+            E4RST1("ALL");
+            d.FrlErr = X02RMDC(2);
+            return std::nullopt;
+        }
+        E04MES("NUMBER OF VARIABLES = ( " + std::to_string(value) + " ) IS OUTSIDE OF PERMITTED RANGE!");
+        d.nVar() = 0;
+        if (!interactive()) return failedCommand(m);
+        setWord(m, 4, "");  // the next value is asked for
+    }
+}
+
+// xStart: a new point drops what was known at the old one.
+std::optional<Outcome> loadXStart(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    if (std::optional<Outcome> end = loadVector(m, "xStart", 38, d.xStart.data())) return end;
+    if (m.changedFlag == 0) return std::nullopt;
+    d.fStart = 0;
+    d.xEnd = d.xStart;
+    d.fEnd = 0;
+    E4RST1(" ");
+    d.iStat(38) = 1;
+    d.iStat(37) = 0;
+    return std::nullopt;
+}
+
+// xScale: arguments held scaled are unscaled by the old factors and the
+// free entries of xStart scaled by the new ones.
+std::optional<Outcome> loadXScale(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    Vec1<double, kMaxVar> old = d.xScale;
+    if (std::optional<Outcome> end = loadVector(m, "xScale", 54, d.xScale.data())) return end;
+    if (m.changedFlag == 0) return std::nullopt;
+    d.iStat(54) = 1;
+    if (d.iStat(57) == 0) return std::nullopt;
+    for (int i = 1; i <= kMaxVar; ++i) {
+        d.xStart(i) /= old(i);
+        d.xEnd(i) /= old(i);
+    }
+    for (int i = 1; i <= d.nVar(); ++i) {
+        if (d.iFixer(i) != 0) d.xStart(i) *= d.xScale(i);
+    }
+    return std::nullopt;
+}
+
+// bL when it is not set, then bU when it is not set, from the same words.
+std::optional<Outcome> loadBounds(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    if (std::optional<Outcome> pre = needVariables(m)) return pre;
+    if (wordBlank(m, 4)) setWord(m, 4, "ALL");
+    if (d.iStat(51) == 0) {
+        if (std::optional<Outcome> end = loadReals(m, "bL", 51, d.bL.data(), d.nVar(), 4)) return end;
+    }
+    if (d.iStat(52) == 0) {
+        if (std::optional<Outcome> end = loadReals(m, "bU", 52, d.bU.data(), d.nVar(), 4)) return end;
+    }
+    return std::nullopt;
+}
+
+// temper from word 4, NtriesT from word 5, Tsced from word 6.
+std::optional<Outcome> loadAnnealing(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    if (std::optional<Outcome> end = loadScalar(m, "temper", 65, d.temper, 4)) return end;
+    if (std::optional<Outcome> end = loadInteger(m, "NtriesT", 66, d.iStat(66), 5)) return end;
+    if (!wordBlank(m, 6)) d.iStat(67) = 0;  // a value on the line replaces the old one
+    return loadScalar(m, "Tsced", 67, d.Tsced, 6);
+}
+
+}  // namespace
+
+std::string_view parameterName(LoadParameter p) { return info(p).name; }
+
+bool parameterUsed(LoadParameter p) {
+    const ParameterInfo& in = info(p);
+    if (in.lowMethod == 0) return true;
+    int method = E4DataSet.iStat(2);
+    return method >= in.lowMethod && method <= in.highMethod;
+}
+
+std::string sourceFileName(const MonitorState& m) {
+    std::string name = unit::fileNameOf(m.sourceChannel);
+    if (!name.empty()) return name;
+    const std::string& dr = E4DataSet.drName;
+    return dr.substr(0, static_cast<std::size_t>(R02LEN(dr)));
+}
+
+std::optional<Outcome> needVariables(MonitorState& m) {
+    if (E4DataSet.nVar() != 0) return std::nullopt;
+    setLine(m, "LOAD,,NVAR");
+    return Outcome::Prerequisite;
+}
+
+std::optional<Outcome> loadParameter(MonitorState& m, LoadParameter p) {
+    E4DataSetRecord& d = E4DataSet;
+    if (!parameterUsed(p)) {
+        E4NUS1(parameterName(p));
+        return std::nullopt;
+    }
+    switch (p) {
+        case LoadParameter::MaxNFE: return loadInteger(m, "maxNFE", 33, d.iStat(33), 4);
+        case LoadParameter::MaxITR: return loadMaxItr(m);
+        case LoadParameter::NVar: return loadNVar(m);
+        case LoadParameter::IFixer: return loadFixer(m);
+        case LoadParameter::XStart: return loadXStart(m);
+        case LoadParameter::XStep: return loadVector(m, "xStep", 39, d.xStep.data());
+        case LoadParameter::RXTol: return loadVector(m, "rXTol", 40, d.rXTol.data());
+        case LoadParameter::RFTol: return loadScalar(m, "rFTol", 41, d.rFTol, 4);
+        case LoadParameter::TolScl: return loadScalar(m, "tolScl", 42, d.tolScl, 4);
+        case LoadParameter::Deviat: return loadVector(m, "deviat", 43, d.deviat.data());
+        case LoadParameter::HCond: return loadScalar(m, "hCond", 44, d.hCond, 4);
+        case LoadParameter::FrlErr: return loadScalar(m, "FrlErr", 45, d.FrlErr, 4);
+        case LoadParameter::FinDif: return loadVector(m, "finDif", 47, d.finDif.data());
+        case LoadParameter::Bounds: return loadBounds(m);
+        case LoadParameter::StpMax: return loadVector(m, "stpMax", 53, d.stpMax.data());
+        case LoadParameter::XScale: return loadXScale(m);
+        case LoadParameter::Direct: return loadVector(m, "direct", 59, d.direct.data());
+        case LoadParameter::Temper: return loadAnnealing(m);
+        case LoadParameter::NtriesT: return loadInteger(m, "NtriesT", 66, d.iStat(66), 4);
+        case LoadParameter::Tsced: return loadScalar(m, "Tsced", 67, d.Tsced, 4);
+    }
+    return std::nullopt;
+}
