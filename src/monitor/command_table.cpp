@@ -61,7 +61,8 @@ const std::vector<CommandEntry>& commandTable() {
         {"LO", E4CmdLoad},      {"REP", E4CmdReport},  {"T-M", E4CmdTMode},
         {"@", E4CmdSystem},     {"TI", E4CmdTime},     {"DA", E4CmdTime},
         {"MES", E4CmdMessage},  {"SET", E4CmdSet},     {"STE", E4CmdStep},
-        {"RES", E4CmdReset},    {"CH", E4CmdCheck},    {"EX", E4CmdExit},
+        {"EV", E4CmdEvaluate},  {"RES", E4CmdReset},   {"RU", E4CmdRun},
+        {"CO", E4CmdContinue},  {"CH", E4CmdCheck},    {"EX", E4CmdExit},
     };
     return table;
 }

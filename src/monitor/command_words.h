@@ -51,3 +51,6 @@ Outcome E4CmdStep(MonitorState& m);
 Outcome E4CmdTime(MonitorState& m);
 Outcome E4CmdSystem(MonitorState& m);
 Outcome E4CmdReport(MonitorState& m);
+Outcome E4CmdRun(MonitorState& m);
+Outcome E4CmdContinue(MonitorState& m);
+Outcome E4CmdEvaluate(MonitorState& m);

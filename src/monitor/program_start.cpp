@@ -2,11 +2,13 @@
 // line into keys and arguments, and resetProgramState.
 #include "monitor/monitor.h"
 
+#include "methods/simplex_search.h"
 #include "monitor/e4dataset.h"
 #include "monitor/monitor_state.h"
 #include "monitor/sysinf.h"
 #include "numlib/cpu_timers.h"
 #include "numlib/machine_constants.h"
+#include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "platform/clock.h"
 #include "platform/units.h"
@@ -55,6 +57,8 @@ void resetProgramState() {
     resetNumberText();
     resetCpuTimers();
     resetTargetFunction();
+    resetComputationalNoise();
+    resetSimplexSearch();
     resetSysinf();
     resetE4DataSet();
     resetMonitorState();

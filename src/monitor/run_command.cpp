@@ -1,0 +1,176 @@
+// The commands RUN, CONTINUE and EVALUATE: their stack passes with guards,
+// the warnings about the limits, the call of the minimizer, and the
+// function, noise and tolerance estimates at the end point.
+#include "monitor/command_words.h"
+
+#include "methods/simplex_search.h"
+#include "monitor/console_layer.h"
+#include "monitor/e4dataset.h"
+#include "monitor/help_sections.h"
+#include "monitor/sysinf.h"
+#include "objective/computational_noise.h"
+#include "objective/target_function.h"
+#include "platform/units.h"
+
+namespace {
+
+constexpr std::size_t kEvaluateGuard = 0;  // value 1: CHECK has been pushed
+constexpr std::size_t kRunGuard = 2;       // value 3: CHECK has been pushed
+constexpr std::size_t kReportGuard = 3;    // value 4: the report has been pushed
+constexpr std::string_view kRevision = "09 May 02 03:30 ";
+
+void startFromEndPoint() {
+    E4DataSetRecord& d = E4DataSet;
+    d.xStart = d.xEnd;
+    d.fStart = d.fEnd;
+}
+
+void warn(std::string_view head, int value, std::string_view advice, int recommended) {
+    E04MES(std::string(head) + std::to_string(value));
+    E04MES(std::string(advice) + std::to_string(recommended));
+}
+
+// Warnings about the limits of iterations and evaluations (interactive).
+void limitWarnings() {
+    const E4DataSetRecord& d = E4DataSet;
+    const int n = d.iStat(36), method = d.iStat(2), maxNFE = d.iStat(33), maxITR = d.iStat(34);
+    if (method >= 2 && method <= 14 && commandsFromTerminal()) {
+        if (maxITR > 100 * n)
+            warn("ZEMOK -W- Maximum number of iterations seems too large: ", maxITR,
+                 "          Recommended value: ", 10 * n);
+        int needed = (n + n / 3 + 15) * maxITR;
+        if (maxNFE < needed)
+            warn("ZEMOK -W- Max. number of function evaluations seems too small: ", maxNFE,
+                 "          Recommended value: ", needed);
+    }
+    if (method == 15 || method == 16) {
+        const int r = (method == 15 ? 100 : 1000) * n;
+        const int tenth = static_cast<int>(static_cast<float>(r) * 0.1f);
+        if (maxNFE < tenth)
+            warn(" ZEMOK -W- Maximum number of F calls seems too small: ", maxNFE,
+                 "           Recommended value: ", r);
+        if (maxNFE > 100 * r)
+            warn(" ZEMOK -W- Maximum number of F calls seems too large: ", maxNFE,
+                 "           Recommended value: ", r);
+    }
+}
+
+void callMinimizer() {
+    int iFlag = 0;
+    if (E4DataSet.iStat(2) == 15) E04DSMNM(iFlag);
+    E4DataSet.iFlag = iFlag;
+}
+
+Outcome firstPass(MonitorState& m, bool isContinue) {
+    E4DataSetRecord& d = E4DataSet;
+    if (isContinue) {
+        if (d.iStat(30) < 2 || d.iStat(2) != d.iStat(3) || d.iStat(31) == 0) {
+            setLine(m, "RUN");
+            return Outcome::Rewrite;
+        }
+        d.iStat(5) = 1;
+    } else {
+        d.iStat(3) = d.iStat(5) = d.iStat(50) = 0;
+        startFromEndPoint();
+    }
+    m.guards[kRunGuard] = 3;
+    setLine(m, "CHECK ALL");
+    return Outcome::Prerequisite;
+}
+
+// After the report: the warnings, the question, and the search itself.
+Outcome lastPass(MonitorState& m) {
+    m.guards[kReportGuard] = 0;
+    if (interactive()) {
+        limitWarnings();
+        if (commandsFromTerminal() && askYesNo("Continue?", "Y", sysinf.CursorPosition) == 'N') {
+            sysinf.crUnit = sysinf.inUnit;
+            return Outcome::Clear;
+        }
+    }
+    if (E4DataSet.iStat(5) == 0) startFromEndPoint();
+    callMinimizer();
+    return Outcome::Done;
+}
+
+Outcome runOrContinue(MonitorState& m, bool isContinue) {
+    if (firstLetter(m, 2) == 'H' && interactive()) {
+        write(sysinf.outUnit, "(A)", " Sorry, nobody can help you!");
+        return Outcome::Done;
+    }
+    if (m.guards[kReportGuard] == 4) return lastPass(m);
+    if (m.guards[kRunGuard] != 3) return firstPass(m, isContinue);
+    m.guards[kRunGuard] = 0;
+    if (E4DataSet.iStat(7) > 9) E4DataSet.iStat(7) = 1;
+    if (isContinue) return lastPass(m);
+    write(writerChannel(sysinf.dwUnit), "(1X,70(\"/\"),/,/,\" ZEMOK --- Version 5.6 rev. \",A,\"reports current information:\")",
+          kRevision);
+    m.guards[kReportGuard] = 4;
+    setLine(m, "REPORT,,DATA");
+    return Outcome::Prerequisite;
+}
+
+Outcome incomplete(MonitorState& m) {
+    m.errorText = "DATA SET IS INCOMPLETE FOR THE COMPUTATION TO PERFORM";
+    return Outcome::ErrorExit;
+}
+
+// EVALUATE,F... and EVALUATE,A...; returns false when the words changed.
+bool evaluateForm(MonitorState& m, Outcome& out) {
+    E4DataSetRecord& d = E4DataSet;
+    char a = firstLetter(m, 2), b = firstLetter(m, 3);
+    int status = 0;
+    out = Outcome::Done;
+    if (a == 'F' && (b == ' ' || b == 'V')) {
+        const int level = d.iStat(7);
+        if (level < 6) d.iStat(7) = 5;
+        d.fEnd = E4FUN1(d.xEnd);
+        d.iStat(7) = level;
+    } else if (a == 'F' && b == 'E') {
+        E4ERR1(d.xEnd.data(), d.fEnd, status, "E4MON1");
+    } else if ((a == 'F' || a == 'A') && b == 'T') {
+        d.iStat(a == 'F' ? 41 : 40) = 0;
+        Vec1<double, kMaxVar> xTol;
+        double fTol = 0;
+        E4TOL1(d.xEnd.data(), d.fEnd, xTol.data(), fTol, status, "E4MON1");
+    } else if ((a == 'F' || a == 'A') && !(a == 'A' && b == 'S')) {
+        if (!commandsFromTerminal()) {
+            out = incompleteCommand(m);
+            return true;
+        }
+        setWord(m, 2, "HELP");
+        return false;
+    } else {
+        // The gradient, Hessian and finite-difference forms are not built.
+        out = illegalCommand(m);
+        return true;
+    }
+    if (status == 10) out = incomplete(m);
+    return true;
+}
+
+}  // namespace
+
+Outcome E4CmdRun(MonitorState& m) { return runOrContinue(m, false); }
+Outcome E4CmdContinue(MonitorState& m) { return runOrContinue(m, true); }
+
+Outcome E4CmdEvaluate(MonitorState& m) {
+    while (true) {
+        if (wordBegins(m, 2, "HEL")) {
+            helpSection("EVALUATE");
+            return Outcome::Done;
+        }
+        if (wordBlank(m, 2)) {
+            setLine(m, "EVALUATE FUNCTION VALUE");
+            return Outcome::Rewrite;
+        }
+        if (m.guards[kEvaluateGuard] != 1) {
+            m.guards[kEvaluateGuard] = 1;
+            setLine(m, "CHECK ALL");
+            return Outcome::Prerequisite;
+        }
+        m.guards[kEvaluateGuard] = 0;
+        Outcome out = Outcome::Done;
+        if (evaluateForm(m, out)) return out;
+    }
+}

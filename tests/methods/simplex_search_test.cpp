@@ -1,0 +1,124 @@
+// The downhill simplex search on test problems: convergence from the
+// standard starts, the stop rule and its texts, CONTINUE on the stored
+// simplex, and a simplex with no free variable.
+#include "methods/simplex_search.h"
+#include "monitor/e4dataset.h"
+#include "monitor/monitor.h"
+#include "monitor/sysinf.h"
+#include "objective/target_function.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+class Simplex : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        resetSimplexSearch();
+        unit::setTerminal(&in, &out);
+        sysinf.MODEE4 = 1;  // the test problems take their defaults
+    }
+    void TearDown() override { unit::resetUnits(); }
+
+    // Selects test problem `code` as PROBLEM does and prepares a run of
+    // method 15 with the given steps, tolerance and budget.
+    void select(int code, double step, double fTol, int budget) {
+        E4DataSetRecord& d = E4DataSet;
+        d.iStat(1) = code;
+        d.fStart = E4FUN1(d.xStart);
+        d.iStat(37) = 1;
+        for (int i = 1; i <= d.nVar(); ++i) d.xStep(i) = step;
+        d.iStat(39) = 1;
+        d.rFTol = fTol;
+        d.iStat(41) = 1;
+        d.iStat(33) = budget;
+        d.iStat(2) = 15;
+        d.iStat(7) = 0;
+    }
+    int run() {
+        int flag = -1;
+        E04DSMNM(flag);
+        return flag;
+    }
+    std::istringstream in;
+    std::ostringstream out;
+};
+
+TEST_F(Simplex, RosenbrockFromItsStandardStart) {
+    select(1, 0.5, 1e-14, 4000);
+    EXPECT_EQ(E4DataSet.xStart(1), -1.0);  // the standard start (-1, 0.8)
+    EXPECT_EQ(run(), 0);
+    const E4DataSetRecord& d = E4DataSet;
+    EXPECT_LT(d.fEnd, 1e-6);
+    EXPECT_NEAR(d.xEnd(1), 1.0, 1e-3);
+    EXPECT_NEAR(d.xEnd(2), 1.0, 2e-3);
+    EXPECT_EQ(d.fStart, d.fEnd);
+    EXPECT_EQ(d.xStart(1), d.xEnd(1));
+    EXPECT_EQ(d.iStat(3), 15);
+    EXPECT_GT(d.iStat(31), 0);
+}
+
+TEST_F(Simplex, WoodFromItsStandardStart) {
+    select(3, 0.5, 1e-16, 20000);
+    run();
+    EXPECT_LT(E4DataSet.fEnd, 1e-6);
+    for (int i = 1; i <= 4; ++i) EXPECT_NEAR(E4DataSet.xEnd(i), 1.0, 1e-2) << i;
+}
+
+TEST_F(Simplex, EndReportSaysWhyTheSearchStopped) {
+    select(1, 0.5, 1e-14, 4000);
+    E4DataSet.iStat(7) = 1;
+    run();
+    std::string text = out.str();
+    EXPECT_NE(text.find(" E04DSM --- information at the start of the search:\n"), std::string::npos);
+    EXPECT_NE(text.find(" E04DSMNM --- |# succ. | NFE rem.|      f      |  deltaf  |\n"),
+              std::string::npos);
+    EXPECT_NE(text.find("\n E04DSMNM --- search stopped. the reason:\n"
+                        "              all convergence criteria have been satisfied.\n"),
+              std::string::npos);
+}
+
+TEST_F(Simplex, SpendingTheBudgetIsReported) {
+    select(1, 0.5, 1e-30, 60);
+    E4DataSet.iStat(7) = 1;
+    run();
+    std::string text = out.str();
+    EXPECT_NE(text.find("              exceeded number of function evaluations.\n"), std::string::npos);
+    // The test is made once per pass, so the last pass may overshoot.
+    EXPECT_GT(E4DataSet.iStat(30), 1 + 60);
+}
+
+TEST_F(Simplex, ContinueGoesOnWithTheStoredSimplex) {
+    select(1, 0.5, 1e-30, 40);
+    run();
+    double best = E4DataSet.fEnd;
+    int evaluations = E4DataSet.iStat(30);
+    E4DataSet.iStat(5) = 1;  // CONTINUE with the same method
+    E4DataSet.iStat(7) = 1;
+    out.str("");
+    run();
+    // The first row of the table shows the stored best value.
+    std::string text = out.str();
+    EXPECT_EQ(text.find("information at the start"), std::string::npos);
+    std::size_t row = text.find("              |       0|");
+    ASSERT_NE(row, std::string::npos) << text;
+    EXPECT_LE(E4DataSet.fEnd, best);
+    EXPECT_GT(E4DataSet.iStat(30), evaluations);
+}
+
+TEST_F(Simplex, NoFreeVariableEndsInTheFirstPass) {
+    select(1, 0.5, 1e-10, 100);
+    E4DataSet.iFixer(1) = E4DataSet.iFixer(2) = 0;
+    int before = E4DataSet.iStat(30);
+    run();
+    EXPECT_EQ(E4DataSet.deltaF, 0.0);
+    EXPECT_EQ(E4DataSet.iStat(31), 0);
+    EXPECT_EQ(E4DataSet.iStat(30), before);  // one vertex, no new evaluation
+    EXPECT_EQ(E4DataSet.xEnd(1), -1.0);
+}
+
+}  // namespace
