@@ -1,5 +1,5 @@
-// The program's start and end: E4MAIN, the split of the program's command
-// line into keys and arguments, and resetProgramState.
+// The program's start and end: E4MAIN with the end-of-job block, the split
+// of the program's command line into keys and arguments, resetProgramState.
 #include "monitor/monitor.h"
 
 #include "methods/simplex_search.h"
@@ -12,6 +12,7 @@
 #include "objective/target_function.h"
 #include "platform/clock.h"
 #include "platform/units.h"
+#include "textfile/prompts.h"
 #include "textfile/number_text.h"
 #include "textfile/word_splitter.h"
 
@@ -66,6 +67,21 @@ void resetProgramState() {
     unit::resetUnits();
 }
 
+// The end-of-job block: the minimum, the point, the counters, the CPU time.
+void endOfJob() {
+    const E4DataSetRecord& d = E4DataSet;
+    const int out = sysinf.outUnit;
+    write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'Produced function minimum is equal to',G15.7,/,1X,'at the point:',/)",
+          d.fStart);
+    int status = 0;
+    I5WRA1(out, d.xStart.data(), 1, 1, d.nVar(), "", status);
+    write(out, "(1X,/,1X,'after ',I10,' function evaluations,',/,7X,I10,' gradient evaluations,',/,7X,I10,' iterations')",
+          d.iStat(30), d.iStat(32), d.iStat(31));
+    int minutes = 0;
+    double seconds = 0;
+    Z02CPUT(1, minutes, seconds, out);
+}
+
 int E4MAIN() {
     int status = 0;
     double eps = 0, rMin = 0, rMax = 0, rBig = 0;
@@ -78,6 +94,7 @@ int E4MAIN() {
         write(6, "(A)", " E4MAIN -E- FAILURE TERMINATION");
         return 1;
     }
+    if (E4DataSet.nVar() != 0) endOfJob();
     write(6, "(A)", " E4MAIN --- Normal termination");
     return status == 1 ? 1 : 0;
 }

@@ -60,11 +60,28 @@ TEST(CommandsTranscript, PartingDialogueNoSelectsMonteCarloAndYesLeaves) {
         << run.out;
     std::size_t second = run.out.find(parting, first + 1);
     ASSERT_NE(second, std::string::npos) << run.out;
-    EXPECT_TRUE(run.out.ends_with(
+    const std::string leaving =
         "\n Remember to save your results before you leave \"ZEMOK\"!\n\n"
         " Exit now? [ Y / N ] .................... < No >: \n"
-        "            Well, absolute accuracy requires infinite time...\n" + kClosing))
-        << run.out;
+        "            Well, absolute accuracy requires infinite time...\n\n";
+    std::size_t left = run.out.find(leaving, second);
+    ASSERT_NE(left, std::string::npos) << run.out;
+    // The problem has variables, so the end-of-job block comes before the
+    // closing line: the value and the point of problem 7 at its start (0, 0).
+    std::string rest = run.out.substr(left + leaving.size());
+    const std::string block =
+        " ----------------------------- END OF JOB -----------------------------\n\n"
+        " Produced function minimum is equal to -0.9322000    \n"
+        " at the point:\n\n";
+    EXPECT_EQ(rest.substr(0, block.size()), block);
+    EXPECT_NE(rest.find("   0.00000       0.00000    \n\n\n"
+                        " after          1 function evaluations,\n"
+                        "                0 gradient evaluations,\n"
+                        "                0 iterations\n"
+                        " CPU time used:"),
+              std::string::npos)
+        << rest;
+    EXPECT_TRUE(rest.ends_with(kClosing));
 }
 
 TEST(CommandsTranscript, SystemCommandRunsTheShell) {
