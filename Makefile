@@ -17,8 +17,8 @@ test: build
 
 demo: build
 	@mkdir -p demo-output
-	cp data/zemok.hlp demo-output/
-	cd demo-output && ../$(BUILD)/zemok < ../examples/demo-session.cmd | tee demo-transcript.txt
+	cp data/zemok.hlp examples/demo.cmd demo-output/
+	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd < /dev/null | tee demo-transcript.txt
 
 clean:
 	rm -rf $(BUILD) build-san demo-output
