@@ -2,7 +2,7 @@
 BUILD ?= build
 JOBS ?= 2
 
-.PHONY: all build test demo clean
+.PHONY: all build test demo bench clean
 
 all: build
 
@@ -19,6 +19,9 @@ demo: build
 	@mkdir -p demo-output
 	cp data/zemok.hlp examples/demo.cmd demo-output/
 	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd < /dev/null | tee demo-transcript.txt
+
+bench: build
+	$(BUILD)/model_evaluation_bench
 
 clean:
 	rm -rf $(BUILD) build-san demo-output
