@@ -8,6 +8,8 @@
 #include "numlib/machine_constants.h"
 #include "platform/units.h"
 
+#include "monitor_session.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -20,18 +22,8 @@ const std::string kPowell = "PROBLEM,TEST,2\n\n\n";
 // The one-dimensional test problem.
 const std::string kOneDim = "PROBLEM,TEST,10\n\n";
 
-class LoadCheck : public ::testing::Test {
+class LoadCheck : public MonitorSession {
 protected:
-    void SetUp() override { resetProgramState(); }
-    void TearDown() override { unit::resetUnits(); }
-    std::string session(const std::string& input) {
-        std::istringstream in(input);
-        std::ostringstream out;
-        unit::setTerminal(&in, &out);
-        E4MON1(status);
-        unit::resetTerminal();
-        return out.str();
-    }
     // Runs one handler on `line` outside the loop, with `below` under it on
     // the stack when not empty.
     Outcome handle(CommandHandler h, const std::string& line, const std::string& below = "",
@@ -61,7 +53,6 @@ protected:
         d.iStat(38) = 1;
     }
     bool has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
-    int status = -1;
 };
 
 TEST_F(LoadCheck, AllFillsEveryEntryOfAVectorAndSetsItsFlag) {

@@ -5,27 +5,15 @@
 #include "monitor/sysinf.h"
 #include "platform/units.h"
 
+#include "monitor_session.h"
+
 #include <gtest/gtest.h>
 
 #include <sstream>
 
 namespace {
 
-class Commands : public ::testing::Test {
-protected:
-    void SetUp() override { resetProgramState(); }
-    void TearDown() override { unit::resetUnits(); }
-    // Runs a monitor session on `input`; returns what it wrote.
-    std::string session(const std::string& input) {
-        std::istringstream in(input);
-        std::ostringstream out;
-        unit::setTerminal(&in, &out);
-        E4MON1(status);
-        unit::resetTerminal();
-        return out.str();
-    }
-    int status = -1;
-};
+using Commands = MonitorSession;
 
 const std::string kPrompt = " ZEMOK: ";
 

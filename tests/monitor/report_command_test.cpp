@@ -5,6 +5,8 @@
 #include "monitor/sysinf.h"
 #include "platform/units.h"
 
+#include "monitor_session.h"
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -13,24 +15,13 @@
 
 namespace {
 
-class Report : public ::testing::Test {
+class Report : public MonitorSession {
 protected:
-    void SetUp() override { resetProgramState(); }
-    void TearDown() override { unit::resetUnits(); }
-    std::string session(const std::string& input) {
-        std::istringstream in(input);
-        std::ostringstream out;
-        unit::setTerminal(&in, &out);
-        E4MON1(status);
-        unit::resetTerminal();
-        return out.str();
-    }
     static std::size_t count(const std::string& text, const std::string& what) {
         std::size_t n = 0;
         for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
         return n;
     }
-    int status = -1;
 };
 
 const std::string kClosing =
