@@ -39,6 +39,18 @@ TEST(RunTranscript, SimplexFitsOfTestProblemsFromTheirStandardStarts) {
     }
 }
 
+// Problem 8 with a quadratic loaded at the terminal: A = [[2, 0.5], [0.5, 4]],
+// minimum value 3.5 at z = (1, -2), started at (0, 0), where
+// f = 3.5 + 0.5 * z'Az = 3.5 + 0.5 * (2 - 2 + 16) = 11.5.
+TEST(RunTranscript, LoadedQuadraticReachesItsMinimum) {
+    ZemokRun run = runZemok(
+        "PROBLEM,TEST,8,2\n2 0.5\n4\nY\n3.5\n1 -2\n\nMETHOD,N-M\nRUN\n\nY\nEXIT\nY\nY\n");
+    EXPECT_NE(run.out.find(" starting function value -   11.5000    \n"), std::string::npos) << run.out;
+    double f = producedMinimum(run.out);
+    EXPECT_NEAR(f, 3.5, 1e-6);
+    EXPECT_NE(run.out.find(" at the point:\n\n   1.00000      -2.00000    \n"), std::string::npos);
+}
+
 // The constant function of one variable: every vertex has the value 0, so
 // the search ends in its first pass.  Evaluations: 1 when the problem is
 // chosen, 31 trials of the noise step search and 12 of its table, and one

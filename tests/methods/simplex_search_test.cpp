@@ -92,6 +92,17 @@ TEST_F(Simplex, SpendingTheBudgetIsReported) {
     EXPECT_GT(E4DataSet.iStat(30), 1 + 60);
 }
 
+// One evaluation at the entry and one for the second vertex: with a budget
+// of 1 the search stops with exactly `limit` evaluations, which counts as
+// the budget spent even though the values already agree.
+TEST_F(Simplex, ConvergingWithExactlyTheBudgetSaysItWasSpent) {
+    select(14, 0.5, 1e-10, 1);
+    E4DataSet.iStat(7) = 1;
+    run();
+    EXPECT_EQ(E4DataSet.iStat(30), 2);
+    EXPECT_NE(out.str().find("              exceeded number of function evaluations.\n"), std::string::npos);
+}
+
 TEST_F(Simplex, ContinueGoesOnWithTheStoredSimplex) {
     select(1, 0.5, 1e-30, 40);
     run();
