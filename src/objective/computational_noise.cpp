@@ -6,7 +6,6 @@
 #include "monitor/e4dataset.h"
 #include "monitor/sysinf.h"
 #include "numlib/machine_constants.h"
-#include "numlib/special_functions.h"
 #include "objective/noise_table.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
@@ -49,10 +48,14 @@ int trialPoint(const double* x, int k) {
     return unchanged;
 }
 
+// The quantities of one estimate: the point and its value, A = |f| + 1,
+// the length L of the direction and its norm before scaling, the bounds on
+// a step's change of the function, the full-step value F13, the last
+// change C, the count of evaluations at entry and the status.
 struct Search {
-    const double* x;
-    double f, A, L, norm0, eps, DFMAX, DFMIN, F13 = 0, C = 0;
-    int nfe0;
+    const double* x = nullptr;
+    double f = 0, A = 0, L = 0, norm0 = 0, eps = 0, DFMAX = 0, DFMIN = 0, F13 = 0, C = 0;
+    int nfe0 = 0;
     int err = 0;
 };
 
@@ -164,7 +167,7 @@ void resetComputationalNoise() { state = NoiseState{}; }
 
 void E4ERR1(double* x, double& f, int& err, std::string_view name) {
     E4DataSetRecord& d = E4DataSet;
-    Search s{x, f, 0, 0, 0, X02RMDC(2), 0, 0, 0, 0, d.iStat(30)};
+    Search s{.x = x, .f = f, .eps = X02RMDC(2), .nfe0 = d.iStat(30)};
     if (d.nVar() == 0 || d.iStat(36) == 0 || d.iStat(38) == 0) {
         err = 10;
         write(out(), "(A)", " E4ERR1 -E- WRONG INPUT DATA");

@@ -1,0 +1,21 @@
+// Steps of the measured-curve input shared by its files: writeNameValue, setBaseName,
+// convertAngularUnits, askFraction, reduceCurve, makePositiveAndWeigh.
+#pragma once
+
+#include "scatter/measured_curve.h"
+
+#include <string_view>
+
+// A name-and-value line on the terminal output.
+void writeNameValue(std::string_view left, std::string_view middle, int pos, char filler);
+// baseName from dataName, less directory and extension.
+void setBaseName();
+// The units question and the multiplication of the raw s.
+void convertAngularUnits();
+// The fraction question, asked until at least 2 points stay: their count,
+// or -1 when the terminal input has ended.
+int askFraction();
+// The first `count` raw points joined to at most 101 into fitCurve.
+void reduceCurve(int count);
+// Intensities and errors of fitCurve made positive, and the weights.
+void makePositiveAndWeigh();

@@ -1,0 +1,59 @@
+// Second part of the fit dialogue, on every call with no evaluations
+// counted: runSessionPartB with the format question and the curve input.
+#include "scatter/session_dialogue.h"
+
+#include "monitor/console_layer.h"
+#include "monitor/sysinf.h"
+#include "numlib/machine_constants.h"
+#include "platform/units.h"
+#include "scatter/answers_file.h"
+#include "scatter/measured_curve.h"
+#include "scatter/parameter_vector.h"
+#include "scatter/phases.h"
+
+#include <cmath>
+#include <string>
+
+namespace {
+
+// Step B2: the format code, asked until it is 1 or 2.  False when the
+// terminal input ended first.
+bool askFormatCode(int& code) {
+    int status = 0;
+    I05LINE(sysinf.outUnit, "Choose type of data file format:.", status);
+    nameValueLine(sysinf.outUnit, "1", "TAVLO format", -58, ' ');
+    nameValueLine(sysinf.outUnit, "2", "ASCII format", -58, ' ');
+    for (;;) {
+        code = 2;
+        ASKINUM("Enter the format code", code);
+        if (code == 1 || code == 2) return true;
+        if (unit::terminalInputEnded()) return false;
+        refuseAnswer(lastReplyOrigin(), std::to_string(code),
+                     "the format code is 1 (TAVLO) or 2 (ASCII).");
+    }
+}
+
+}  // namespace
+
+void runSessionPartB(double* x) {
+    FitSession.eps = X02RMDC(2);
+    FitSession.sqrtEps = std::sqrt(FitSession.eps);
+    layoutParameters(x);
+
+    CurveQuestions questions;
+    questions.askInt = ASKINUM;
+    questions.askReal = ASKRNUM;
+    questions.askInt2 = ASKINUM2;
+    questions.askName = ASKNAM;
+    setCurveQuestions(questions);
+
+    // Steps B3 to B5: the curve, asked for again until it holds at least
+    // two points (the reader refuses files and fractions that leave fewer).
+    int code = 2;
+    while (askFormatCode(code)) {
+        FitSession.formatCode = code;
+        const int status = loadMeasuredCurve(code);
+        if (status == 0 || status == -2) break;
+    }
+    FitSession.firstTime = false;
+}

@@ -1,0 +1,54 @@
+// One call of the scattering fit as the user function runs it:
+// vardeneSessionCall, with modelPhasesOfTable.
+#include "scatter/vardene_session.h"
+
+#include "monitor/e4dataset.h"
+#include "scatter/measured_curve.h"
+#include "scatter/model_curves.h"
+#include "scatter/parameter_vector.h"
+#include "scatter/phases.h"
+#include "scatter/session_dialogue.h"
+
+#include <algorithm>
+
+void modelPhasesOfTable(ModelPhase* phases, int& nPhase) {
+    nPhase = std::clamp(PhaseTable.nPhase, 0, kMaxPhaseEntries);
+    for (int p = 0; p < nPhase; ++p) {
+        const auto ip = static_cast<std::size_t>(p);
+        ModelPhase& m = phases[p];
+        m = ModelPhase{};
+        m.phaseType = PhaseTable.phaseType[ip];
+        m.Vf = PhaseTable.Vf[ip].value;
+        const bool cylinder = m.phaseType == kPhaseCylinder;
+        m.shell.Rin = cylinder ? PhaseTable.RinC[ip].value : PhaseTable.Rin[ip].value;
+        m.shell.Rout = cylinder ? PhaseTable.RoutC[ip].value : PhaseTable.Rout[ip].value;
+        m.shell.roin = PhaseTable.roin[ip].value;
+        m.shell.roout = PhaseTable.roout[ip].value;
+        m.shell.dR = PhaseTable.dR[ip].value;
+        m.shell.iDist = PhaseTable.iDist[ip];
+        m.len = PhaseTable.Len[ip];
+        m.Rhs = PhaseTable.Rhs[ip].value;
+        m.tau = PhaseTable.tau[ip].value;
+        m.Rell = PhaseTable.Rell[ip].value;
+        m.nu = PhaseTable.nu[ip].value;
+    }
+}
+
+double vardeneSessionCall(double* x) {
+    restoreFitSysinf();
+    if (E4DataSet.iStat(30) == 0) {
+        if (FitSession.firstTime) runSessionPartA();
+        runSessionPartB(x);
+    }
+    unpackParameters(x);
+    if (E4DataSet.nVar() == 0 || fitCurve.nPts < 2) return 0.0;
+
+    ModelPhase phases[kMaxPhaseEntries];
+    int nPhase = 0;
+    modelPhasesOfTable(phases, nPhase);
+    evaluateModel(phases, nPhase, FitSession.cSys, fitCurve.s, fitCurve.nPts);
+    // The volume fractions are kept in their normalized form, so that a
+    // second run starts from them.
+    for (int p = 0; p < nPhase; ++p) PhaseTable.Vf[static_cast<std::size_t>(p)].value = phases[p].Vf;
+    return objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
+}

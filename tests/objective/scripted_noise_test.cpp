@@ -1,0 +1,435 @@
+// E4ERR1 and E4TOL1 on a user's problem that plays a script of values, so
+// that every table, every step and every trace line can be worked out.
+#include "monitor/e4dataset.h"
+#include "monitor/monitor.h"
+#include "monitor/sysinf.h"
+#include "numlib/machine_constants.h"
+#include "objective/computational_noise.h"
+#include "objective/target_function.h"
+#include "objective/user_function.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+// The value of call n (iStat(30) before the call) is values[n]; with
+// `jump` the value is 0 at the start point and 1 anywhere else.
+struct Script {
+    std::vector<double> start{0.0};
+    std::vector<int> fixer{1};
+    std::vector<double> values;
+    bool jump = false;
+    std::vector<std::vector<double>> points;  // the argument of every call
+};
+Script script;
+
+const double u = std::ldexp(1.0, -30);  // the unit of the scripted tables
+const double eps = std::ldexp(1.0, -52);
+
+std::vector<double> inUnits(std::vector<double> v) {
+    for (double& e : v) e *= u;
+    return v;
+}
+
+}  // namespace
+
+double USERF(double* x) {
+    E4DataSetRecord& d = E4DataSet;
+    const int call = d.iStat(30);
+    const int n = static_cast<int>(script.start.size());
+    if (call == 0) {
+        d.nVar() = n;
+        d.iStat(36) = 0;
+        for (int i = 1; i <= n; ++i) {
+            x[i - 1] = script.start[static_cast<std::size_t>(i - 1)];
+            d.iFixer(i) = script.fixer[static_cast<std::size_t>(i - 1)];
+            d.iStat(36) += d.iFixer(i) != 0;
+        }
+    }
+    script.points.emplace_back(x, x + n);
+    if (script.jump) return x[0] == script.start[0] ? 0.0 : 1.0;
+    if (call >= static_cast<int>(script.values.size())) {
+        ADD_FAILURE() << "script ran out at call " << call;
+        return 0.0;
+    }
+    return script.values[static_cast<std::size_t>(call)];
+}
+
+namespace {
+
+class ScriptedNoise : public ::testing::Test {
+protected:
+    void SetUp() override { restart(); }
+    void TearDown() override { unit::resetUnits(); }
+    void restart() {
+        resetProgramState();
+        out.str("");
+        unit::setTerminal(&in, &out);
+        sysinf.MODEE4 = 1;
+        script = Script{};
+    }
+    // Selects the user's problem (call 0) quietly, then sets the level.
+    void play(const std::vector<double>& values, int level) {
+        script.values = values;
+        E4DataSet.iStat(1) = 20;
+        E4DataSet.fStart = E4FUN1(E4DataSet.xStart);
+        E4DataSet.iStat(7) = level;
+        out.str("");
+    }
+    int estimate() {
+        int err = -1;
+        E4ERR1(E4DataSet.xStart.data(), E4DataSet.fStart, err, "TEST");
+        return err;
+    }
+    std::istringstream in;
+    std::ostringstream out;
+};
+
+// f = 0 at x = 0; the probes give 0 (step times 11), 0.5 (times 0.07) and
+// F13 = 8u; the table T(1..14) in units u = 2^-30 is
+//   0 -4 -6 -9 -10 -12 -12 -10 -9 -6 -4 0 3 8.
+// Column 2 has 11 of 12 pairs of one sign, column 3 (2 -1 2 -1 2 2 -1 2 -1
+// 2 -1 2) only one: noise 2u*sqrt(2!^2/4!) = 2u/sqrt(6) = 7.604217E-10.
+// A = 1, L = 26*sqrt(4*eps^0.66666) = 3.149215E-04, h = 11*0.07/13.  The
+// curvatures at both ends are positive, the Newton steps 1.5h and -2h have
+// opposite signs, so the step is linear: p = 14, q = 6, v = 20u, W =
+// min(8*0.1/v, 1000)*h = 1000h and xStep = 1000*h*L = 1.865304E-02.
+const std::vector<double> kTranscriptScript =
+    inUnits({0, 0, 0.5 / u, 8, -4, -6, -9, -10, -12, -12, -10, -9, -6, -4, 0, 3});
+const double kL = 3.14921465652116817e-04;
+const double kH = 5.92307692307692327e-02;
+
+const std::string kCorrection1 =
+    " E4ERR1 --- RELSTP =   11.0000     .NE. RLSNEW =   1.00000    \n"
+    "            Step length correction...\n";
+const std::string kCorrection2 =
+    " E4ERR1 --- RELSTP =  0.770000     .NE. RLSNEW =   11.0000    \n"
+    "            Step length correction...\n";
+const std::string kStepReport =
+    " E4ERR1 --- Norm of direction vector =   1.00000    \n"
+    "            Absolute step length     =  3.149215E-04\n"
+    "            Step length multiplier   =  5.923077E-02\n"
+    "            Machine precision        =  2.220446E-16\n"
+    "            Scaled direction vector:\n"
+    "  3.149215E-04\n\n";
+const std::string kNoise =
+    " E4ERR1 --- Absolute computational noise for the object\n"
+    "            function has been estimated by using 3-th\n"
+    "            column of the differences table as  7.604217E-10\n"
+    "            REL/ABS value =                     7.604217E-10\n";
+const std::string kTable =
+    "            Finite-difference table is as follows:\n"
+    "  0.0    -0.37E-08 0.19E-08\n"
+    "-0.37E-08-0.19E-08-0.93E-09\n"
+    "-0.56E-08-0.28E-08 0.19E-08\n"
+    "-0.84E-08-0.93E-09-0.93E-09\n"
+    "-0.93E-08-0.19E-08 0.19E-08\n"
+    "-0.11E-07  0.0     0.19E-08\n"
+    "-0.11E-07 0.19E-08-0.93E-09\n"
+    "-0.93E-08 0.93E-09 0.19E-08\n"
+    "-0.84E-08 0.28E-08-0.93E-09\n"
+    "-0.56E-08 0.19E-08 0.19E-08\n"
+    "-0.37E-08 0.37E-08-0.93E-09\n"
+    "  0.0     0.28E-08 0.19E-08\n"
+    " 0.28E-08 0.47E-08\n"
+    " 0.75E-08\n";
+const std::string kSteps =
+    "            Linear estimation of initial argument step which\n"
+    "            may be used by any local search routine is:\n"
+    "  1.865304E-02\n\n";
+
+// Level 6 adds the target function's two lines for every evaluation.
+std::string evaluation(int nfe, const std::string& value) {
+    return " 1-dimensional user's problem\n Function no. 20, " + std::string(7 - std::to_string(nfe).size(), ' ') +
+           std::to_string(nfe) + " value =" + value + "\n";
+}
+
+TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
+    const char* table[] = {" -3.7252902984619141E-09", " -5.5879354476928711E-09", " -8.3819031715393066E-09",
+                           " -9.3132257461547852E-09", " -1.1175870895385742E-08", " -1.1175870895385742E-08",
+                           " -9.3132257461547852E-09", " -8.3819031715393066E-09", " -5.5879354476928711E-09",
+                           " -3.7252902984619141E-09", "   0.000000000000000    ", "  2.7939677238464355E-09"};
+    std::string tableCalls;
+    for (int k = 0; k < 12; ++k) tableCalls += evaluation(5 + k, table[k]);
+    const std::string level6 = evaluation(2, "   0.000000000000000    ") + kCorrection1 +
+                               evaluation(3, "  0.5000000000000000    ") + kCorrection2 +
+                               evaluation(4, "  7.4505805969238281E-09") + kStepReport + tableCalls + kNoise +
+                               kTable + kSteps + " E4ERR1 --- Return to   TEST\n";
+    const std::pair<int, std::string> cases[] = {{1, kCorrection1 + kCorrection2 + kNoise + kSteps},
+                                                 {4, kCorrection1 + kCorrection2 + kStepReport + kNoise + kTable + kSteps},
+                                                 {6, level6}};
+    for (const auto& [level, expected] : cases) {
+        restart();
+        play(kTranscriptScript, level);
+        EXPECT_EQ(estimate(), 0);
+        EXPECT_EQ(out.str(), expected) << "level " << level;
+        const E4DataSetRecord& d = E4DataSet;
+        EXPECT_EQ(d.iStat(30), 16);
+        EXPECT_DOUBLE_EQ(d.FrlErr, 2 * u / std::sqrt(6.0));
+        EXPECT_EQ(d.iStat(45), 1);
+        EXPECT_EQ(d.iStat(39), 1);
+        EXPECT_NEAR(d.xStep(1), 1000 * kH * kL, 1e-15);
+    }
+    // The probes went to L, 11L and 0.77L; table value k sits at k*L*h.
+    ASSERT_EQ(script.points.size(), 16u);
+    EXPECT_NEAR(script.points[1][0], kL, 1e-17);
+    EXPECT_NEAR(script.points[2][0], 11 * kL, 1e-16);
+    EXPECT_NEAR(script.points[3][0], 0.77 * kL, 1e-17);
+    EXPECT_NEAR(script.points[4][0], kL * kH, 1e-18);
+    EXPECT_NEAR(script.points[15][0], 12 * kL * kH, 1e-18);
+}
+
+// Column 2 of 1 -1 0 -1 1 -1 1 1 -1 2 3 -1 -2 has three pairs of one sign
+// out of 12 when zero counts as positive: 0.25 is still noise, read off
+// column 2 as 3u*sqrt(1!^2/2!).  The function value is marked as not
+// loaded, so f = 0 is evaluated anew (the stale 7 would give A = 8); a
+// flag of FrlErr already set goes up by one.
+TEST_F(ScriptedNoise, AQuarterOfSameSignPairsIsStillNoise) {
+    play(inUnits({7 / u, 0, 2, 1, 0, 0, -1, 0, -1, 0, 1, 0, 2, 5, 4}), 1);
+    E4DataSet.iStat(37) = 0;
+    E4DataSet.iStat(45) = 1;
+    EXPECT_EQ(estimate(), 0);
+    EXPECT_NE(out.str().find("estimated by using 2-th\n"), std::string::npos) << out.str();
+    EXPECT_EQ(E4DataSet.fStart, 0.0);
+    EXPECT_DOUBLE_EQ(E4DataSet.FrlErr, 3 * u * std::sqrt(0.5));
+    EXPECT_EQ(E4DataSet.iStat(45), 2);
+    EXPECT_EQ(E4DataSet.iStat(30), 15);
+}
+
+// The step from the spread of the values, in units w = 2^-12 (below DFMAX):
+// T = 0 -1 2 0 -2 1 0 2 -2 0 1 1 -1 1.  Both curvatures are 4w/h^2, the
+// Newton steps -h/4 and -0 have no sensible ratio; the first greatest value
+// is T(3), the first smallest T(5): W = |3-5|*0.1/(4w)*h = 204.8/13 and
+// xStep = W*L.
+TEST_F(ScriptedNoise, LinearStepFromTheFirstGreatestAndSmallestValues) {
+    std::vector<double> v{0, 1, -1, 2, 0, -2, 1, 0, 2, -2, 0, 1, 1, -1};
+    for (double& e : v) e = std::ldexp(e, -12);
+    play(v, 1);
+    EXPECT_EQ(estimate(), 0);
+    EXPECT_NE(out.str().find("Linear estimation of initial argument step"), std::string::npos);
+    EXPECT_NEAR(E4DataSet.xStep(1), 204.8 / 13 * kL, 1e-15);
+}
+
+// T(k) = 2^(k-1) u: every column keeps one sign, so the estimate comes from
+// column 8, whose largest entry is 64u: N = 64u * 7!/sqrt(14!), A = 1 + u.
+TEST_F(ScriptedNoise, NoSignPatternBeforeColumnEight) {
+    std::vector<double> v{1, 8192};
+    for (int k = 1; k <= 12; ++k) v.push_back(std::ldexp(1.0, k));
+    play(inUnits(v), 4);
+    EXPECT_EQ(estimate(), 0);
+    const double N = 64 * u * 5040 / std::sqrt(87178291200.0);
+    EXPECT_DOUBLE_EQ(E4DataSet.FrlErr, N / (1 + u));
+    const std::string text = out.str();
+    EXPECT_NE(text.find("estimated by using 8-th\n"), std::string::npos);
+    // Row r of the listing holds min(8, 15 - r) fields of nine columns.
+    std::istringstream lines(text.substr(text.find("Finite-difference table")));
+    std::string row;
+    std::getline(lines, row);
+    for (int r = 1; r <= 14; ++r) {
+        ASSERT_TRUE(std::getline(lines, row));
+        EXPECT_EQ(row.size(), 9u * static_cast<std::size_t>(std::min(8, 15 - r))) << r;
+    }
+}
+
+// Values that rise by u: column 3 is zero, so the fallback eps*A is taken,
+// err is 1 and the table is listed even at level 1.  Both curvatures are
+// zero, lifted to rMin, and the step of length L*L is out of range: 0.1.
+TEST_F(ScriptedNoise, ZeroColumnTakesTheFallbackAndListsTheTable) {
+    play(inUnits({0, 13, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}), 1);
+    EXPECT_EQ(estimate(), 1);
+    EXPECT_EQ(out.str(),
+              " E4ERR1 -W- Zero norm of 3-th column of differences table.\n"
+              "            ERROR ESTIMATING WAS FAILED TO FOUND.\n"
+              "            Return with the value               2.220446E-16\n"
+              "            REL/ABS value =                     2.220446E-16\n"
+              "            Finite-difference table is as follows:\n"
+              "  0.0     0.93E-09  0.0    \n"
+              " 0.93E-09 0.93E-09  0.0    \n"
+              " 0.19E-08 0.93E-09  0.0    \n"
+              " 0.28E-08 0.93E-09  0.0    \n"
+              " 0.37E-08 0.93E-09  0.0    \n"
+              " 0.47E-08 0.93E-09  0.0    \n"
+              " 0.56E-08 0.93E-09  0.0    \n"
+              " 0.65E-08 0.93E-09  0.0    \n"
+              " 0.75E-08 0.93E-09  0.0    \n"
+              " 0.84E-08 0.93E-09  0.0    \n"
+              " 0.93E-08 0.93E-09  0.0    \n"
+              " 0.10E-07 0.93E-09  0.0    \n"
+              " 0.11E-07 0.93E-09\n"
+              " 0.12E-07\n"
+              "            Quadratic estimation of initial argument step which\n"
+              "            may be used by any local search routine is:\n"
+              "  0.100000    \n\n");
+    EXPECT_EQ(E4DataSet.FrlErr, eps);
+    EXPECT_EQ(E4DataSet.xStep(1), 0.1);
+}
+
+// A table value that reaches DFMAX before the 12th stops the table: the
+// step shrinks by 0.07 against RLSNEW = 0 and is probed again.  At the 12th
+// value the table stands, however large it is.
+TEST_F(ScriptedNoise, TableStopsAtDfmaxOnlyBeforeItsLastValue) {
+    std::vector<double> v{0, 1e-6, 0.5, 1e-6};
+    for (int k = 1; k <= 11; ++k) v.push_back((k % 2 ? 1 : -1) * 1e-9);
+    v.push_back(0.5);
+    play(v, 1);
+    estimate();
+    const std::string trace =
+        " E4ERR1 --- RELSTP =  5.384615E-03 .NE. RLSNEW =   0.00000    \n"
+        "            Step length correction...\n";
+    EXPECT_EQ(out.str().substr(0, trace.size()), trace);
+    EXPECT_EQ(E4DataSet.iStat(30), 16);
+    EXPECT_EQ(E4DataSet.iStat(45), 1);
+    // The second table is spaced by RELSTP = 0.07/13/13.
+    EXPECT_NEAR(script.points[15][0], 12 * kL * (0.07 / 169), 1e-18);
+}
+
+// A function that jumps by 1 off its start point: 30 corrections, then
+// every pass shrinks the step by 0.07/13 at one evaluation, until it falls
+// below rMin after 121 passes (0.07^31/13 * (0.07/13)^120 < 2^-1022).
+TEST_F(ScriptedNoise, StepBelowRminGivesUpWithoutTable) {
+    script.jump = true;
+    play({0.0}, 1);
+    EXPECT_EQ(estimate(), 1);
+    const std::string text = out.str();
+    auto count = [&text](const std::string& what) {
+        int n = 0;
+        for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+        return n;
+    };
+    EXPECT_EQ(count("Step length correction..."), 30);
+    const std::string pad(12, ' ');
+    EXPECT_EQ(count(" E4ERR1 -E- NO ACCEPTABLE ARGUMENT STEP FOUND\n" + pad + "after  30 allowed function evaluations.\n" +
+                    pad + "Initial function value =" + std::string(10, ' ') + "   0.00000    \n" + pad +
+                    "Change in the function value =" + std::string(4, ' ') + "   1.00000    \n"),
+              122);
+    EXPECT_EQ(count("Finite-difference table"), 0);
+    EXPECT_NE(text.find("            Initial argument step which is to be used by local\n"
+                        "            search was failed to found. So the step vector\n            is set as:\n"
+                        "  0.100000    \n"),
+              std::string::npos);
+    EXPECT_EQ(E4DataSet.iStat(30), 1 + 151);
+    EXPECT_EQ(E4DataSet.FrlErr, eps);
+}
+
+// The direction follows |xStep| where it is loaded and nonzero, |x| + 1
+// elsewhere, and has the length L = 26*sqrt(S/nVar) with S summed over the
+// free variables only (x1 = 1: S = 16*eps^0.66666, L = sqrt(2)*kL).  The
+// first probe is x + d.
+TEST_F(ScriptedNoise, DirectionFromStepsAndFixedVariables) {
+    std::vector<double> v{0, 1e-6};
+    for (int k = 1; k <= 12; ++k) v.push_back((k % 2 ? 1 : -1) * 1e-9);
+    struct Case {
+        std::vector<double> start;
+        std::vector<int> fixer;
+        std::vector<double> step;  // loaded steps, or none
+        std::vector<double> probe;
+    };
+    const Case cases[] = {
+        {{0, 0}, {1, 1}, {-3, 4}, {0.6 * kL, 0.8 * kL}},
+        {{0, 0}, {1, 1}, {-3, 0}, {3 / std::sqrt(10.0) * kL, 1 / std::sqrt(10.0) * kL}},
+        {{1, 5}, {1, 0}, {}, {1 + std::sqrt(2.0) * kL, 5}},
+    };
+    for (const Case& c : cases) {
+        restart();
+        script.start = c.start;
+        script.fixer = c.fixer;
+        play(v, 0);
+        for (std::size_t i = 0; i < c.step.size(); ++i) E4DataSet.xStep(static_cast<int>(i) + 1) = c.step[i];
+        E4DataSet.iStat(39) = c.step.empty() ? 0 : 1;
+        estimate();
+        ASSERT_EQ(script.points.size(), 14u);
+        EXPECT_NEAR(script.points[1][0], c.probe[0], 1e-15);
+        EXPECT_NEAR(script.points[1][1], c.probe[1], 1e-15);
+        for (std::size_t k = 2; k < 14; ++k) EXPECT_EQ(script.points[k][1] == 5.0, c.fixer[1] == 0);
+        if (!c.step.empty()) {
+            EXPECT_EQ(E4DataSet.xStep(1), c.step[0]);  // loaded steps stay
+            EXPECT_EQ(E4DataSet.xStep(2), c.step[1]);
+        } else {
+            EXPECT_EQ(E4DataSet.xStep(2), 0.0);  // a fixed variable gets no step
+        }
+    }
+}
+
+// With FrlErr loaded, E4TOL1 turns it into both relative tolerances (the
+// fixed variable gets 0) and gives the absolute ones at x = (3, 5), f = 2.
+TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
+    script.start = {3, 5};
+    script.fixer = {1, 0};
+    play({2.0}, 4);
+    E4DataSetRecord& d = E4DataSet;
+    d.FrlErr = 1e-8;
+    d.iStat(45) = 1;
+    Vec1<double, kMaxVar> xTol;
+    double fTol = 0;
+    int err = -1;
+    E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
+    EXPECT_EQ(err, 0);
+    EXPECT_EQ(out.str(),
+              " E4TOL1 --- Relative function tolerance has been\n"
+              "            estimated as  1.000000E-08\n"
+              " E4TOL1 --- relative argument tolerance has been\n"
+              "            estimated as:\n"
+              "  1.000000E-04   0.00000    \n\n"
+              " E4TOL1 --- Conventional tolerance estimation.\n"
+              "            absolute function tolerance:  3.000000E-08\n"
+              "            absolute argument tolerance:\n"
+              "  4.000000E-04   0.00000    \n\n");
+    EXPECT_EQ(d.iStat(40), 1);
+    EXPECT_EQ(d.iStat(41), 1);
+    EXPECT_EQ(d.rFTol, 1e-8);
+    EXPECT_DOUBLE_EQ(d.rXTol(1), 1.00000001110223016e-04);
+    EXPECT_EQ(d.rXTol(2), 0.0);
+    EXPECT_DOUBLE_EQ(fTol, 3e-8);
+    EXPECT_DOUBLE_EQ(xTol(1), 4.00000004440892064e-04);
+    EXPECT_EQ(xTol(2), 0.0);
+    EXPECT_EQ(d.iStat(30), 1);  // nothing evaluated
+
+    // Multiplier switch on: both tolerances times tolScl + 1.
+    out.str("");
+    d.iStat(7) = 6;
+    d.iStat(11) = 1;
+    d.tolScl = 9.0;
+    E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
+    EXPECT_EQ(out.str(),
+              " E4TOL1 --- Estimated absolute tolerances have been multiplied\n"
+              "            by the factor 9.000000    \n"
+              "            absolute function tolerance:  3.000000E-07\n"
+              "            absolute argument tolerance:\n"
+              "  4.000000E-03   0.00000    \n\n"
+              " E4TOL1 --- Return to   TEST\n");
+    EXPECT_DOUBLE_EQ(fTol, 3e-7);
+}
+
+// Without FrlErr, E4TOL1 has E4ERR1 measure it under its own name; a loaded
+// rFTol stays.  A data set that is not ready gives err 10 and no evaluation.
+TEST_F(ScriptedNoise, TolerancesMeasureTheNoiseFirst) {
+    play(kTranscriptScript, 6);
+    E4DataSetRecord& d = E4DataSet;
+    d.rFTol = 1e-5;
+    d.iStat(41) = 1;
+    Vec1<double, kMaxVar> xTol;
+    double fTol = 0;
+    int err = -1;
+    E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
+    EXPECT_EQ(err, 0);
+    EXPECT_NE(out.str().find(" E4ERR1 --- Return to E4TOL1\n"), std::string::npos);
+    EXPECT_DOUBLE_EQ(d.FrlErr, 2 * u / std::sqrt(6.0));
+    EXPECT_EQ(d.rFTol, 1e-5);
+    EXPECT_DOUBLE_EQ(d.rXTol(1), std::sqrt(2 * u / std::sqrt(6.0) + eps));
+    EXPECT_DOUBLE_EQ(fTol, 1e-5);
+
+    restart();
+    E4DataSet.iStat(7) = 6;
+    E4TOL1(E4DataSet.xStart.data(), E4DataSet.fStart, xTol.data(), fTol, err, "TEST");
+    EXPECT_EQ(err, 10);
+    EXPECT_EQ(out.str(), " E4TOL1 --- Return to   TEST\n");
+    EXPECT_EQ(E4DataSet.iStat(30), 0);
+}
+
+}  // namespace

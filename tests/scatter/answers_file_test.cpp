@@ -1,0 +1,139 @@
+// Prompt routines of the fit dialogue and its name-and-value lines, with
+// replies from an answers file and from the terminal.
+#include "vardene_session_fixture.h"
+
+#include "scatter/answers_file.h"
+
+namespace {
+
+// Opens an answers file holding `text` on channel 11.
+class PromptTest : public SessionTest {
+protected:
+    void replies(const std::string& text) { ASSERT_TRUE(openAnswersFile(writeFile("p.ans", text))); }
+};
+
+}  // namespace
+
+TEST_F(PromptTest, QuestionLinesEndTheirDefaultFieldInColumn57) {
+    // Text, blank, dots, blank, then "< default >" right-aligned in 16
+    // columns: dots from column 23 to 40 behind a text of 21 characters.
+    EXPECT_EQ(composeAskLine("Enter the format code", "2"),
+              "Enter the format code " + std::string(18, '.') + " <            2 >");
+    EXPECT_EQ(composeAskLine(" Enter comment line ", ""),
+              " Enter comment line " + std::string(20, '.') + " <              >");
+    // A 25-character default widens the field to 29 columns.
+    EXPECT_EQ(composeAskLine("First and last channels ", "          51,         474"),
+              "First and last channels ... <           51,         474 >");
+    EXPECT_EQ(composeAskLine("Enter the format code", "2").size(), 57u);
+    // Real defaults: zero is "0.0", others fixed with trailing zeros dropped.
+    EXPECT_EQ(realAnswerText(0.0), "0.0");
+    EXPECT_EQ(realAnswerText(0.95), "0.95");
+    EXPECT_EQ(realAnswerText(-2.5), "-2.5");
+}
+
+TEST_F(PromptTest, TerminalPromptsShowTheLineAndKeepDefaults) {
+    int code = 2;
+    double fraction = 0.0;
+    std::string title(60, ' ');
+    const std::string out = withTerminal("\n\n  My title ! a remark\n", [&] {
+        ASKINUM("Enter the format code", code);
+        ASKRNUM("Enter Fraction of the curve", fraction);
+        ASKSTR(" Enter the series title", "", title);
+    });
+    EXPECT_EQ(code, 2);
+    EXPECT_DOUBLE_EQ(fraction, 0.0);
+    EXPECT_EQ(title, padded("  My title", 60));
+    EXPECT_EQ(out, " Enter the format code " + std::string(18, '.') + " <            2 >: " +
+                       " Enter Fraction of the curve " + std::string(12, '.') +
+                       " <          0.0 >: " + "  Enter the series title " +
+                       std::string(16, '.') + " <              >: ");
+}
+
+TEST_F(PromptTest, NumbersFromTheAnswersFileAndRefusedReplies) {
+    replies("7\n0.5\nseven\n");
+    int n = 0, m = 3;
+    double r = 0.0;
+    const std::string out = withTerminal("4\n", [&] {
+        ASKINUM("Enter Number of phases", n);
+        ASKRNUM("Enter concentration of the system", r);
+        ASKINUM("Enter the format code", m);
+    });
+    EXPECT_EQ(n, 7);
+    EXPECT_DOUBLE_EQ(r, 0.5);
+    EXPECT_EQ(m, 4);
+    EXPECT_NE(out.find(" USERF ----E- Answer \"seven\" of the answers file refused: an integer is "
+                       "asked for.\n"),
+              std::string::npos)
+        << out;
+    EXPECT_FALSE(answersActive());
+    // The refused question is put again at the terminal, with its default.
+    EXPECT_NE(out.find(" Enter the format code " + std::string(18, '.') + " <            3 >: "),
+              std::string::npos);
+}
+
+TEST_F(PromptTest, TwoIntegersKeepAMissingWord) {
+    replies("10 , 20\n30\nx,5\n");
+    int first = 51, last = 474;
+    std::string out = withTerminal("", [&] { ASKINUM2("First and last channels ", first, last); });
+    EXPECT_EQ(first, 10);
+    EXPECT_EQ(last, 20);
+    withTerminal("", [&] { ASKINUM2("First and last channels ", first, last); });
+    EXPECT_EQ(first, 30);
+    EXPECT_EQ(last, 20);
+    out = withTerminal("1;2\n", [&] { ASKINUM2("First and last channels ", first, last); });
+    EXPECT_NE(out.find(" ASKINUM2 -E- Please repeat the load\n"), std::string::npos) << out;
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(last, 2);
+}
+
+TEST_F(PromptTest, FileNamesTakeTheDefaultExtension) {
+    replies("curve\ndata.txt\n\naveryveryverylongname.dat\n");
+    std::string a(20, '*'), b(20, '*'), c(20, '*'), d(20, '*');
+    const std::string out = withTerminal("short\n", [&] {
+        ASKNAM("Enter INTENSITY file name", "dat", a);
+        ASKNAM("Enter INTENSITY file name", "dat", b);
+        ASKNAM("Enter INTENSITY file name", "dat", c);
+        ASKNAM("Angular axis file name", "sax", d);
+    });
+    EXPECT_EQ(a, padded("curve.dat", 20));
+    EXPECT_EQ(b, padded("data.txt", 20));
+    EXPECT_EQ(c, std::string(20, ' '));
+    EXPECT_NE(out.find(" ASKNAM -E- File name too long.\n"), std::string::npos) << out;
+    EXPECT_EQ(d, padded("short.sax", 20));
+}
+
+TEST_F(PromptTest, EndedTerminalKeepsValuesAndNeverLoops) {
+    int n = 5, first = 1, last = 2;
+    double r = 1.5;
+    std::string name(10, '*');
+    withTerminal("", [&] {
+        ASKINUM("Enter Number of phases", n);
+        ASKRNUM("Enter concentration of the system", r);
+        ASKINUM2("First and last channels ", first, last);
+        ASKNAM("Enter INTENSITY file name", "dat", name);
+    });
+    EXPECT_EQ(n, 5);
+    EXPECT_DOUBLE_EQ(r, 1.5);
+    EXPECT_EQ(first, 1);
+    EXPECT_EQ(last, 2);
+    EXPECT_EQ(name, std::string(10, ' '));
+}
+
+TEST_F(PromptTest, NameAndValueLines) {
+    const std::string out = withTerminal("", [] {
+        nameValueLine(6, "1", "TAVLO format", -58, ' ');
+        nameValueLineReal(6, "Water  concentration", 0.0, 60, '.', 1, 3, 1);
+        nameValueLineInt(6, "Number of points reduced to", 51, 0, '.');
+        nameValueLine(6, "", "", 0, ' ');
+    });
+    // Behind the writer's leading blank: the ":" of column 56 and the middle
+    // from column 58, the label right-aligned before the separator.
+    const std::size_t end = out.find('\n');
+    ASSERT_NE(end, std::string::npos);
+    const std::string tavlo = out.substr(0, end);
+    EXPECT_EQ(tavlo.substr(0, 54), std::string(54, ' '));
+    EXPECT_EQ(tavlo.substr(54), "1 : TAVLO format");
+    // Dots from two columns behind the label to three before the ":" of column 58.
+    const std::string water = " Water  concentration " + std::string(34, '.') + "  : 0.0\n";
+    EXPECT_EQ(out.substr(end + 1), water + " Number of points reduced to : 51\n" + " \n");
+}

@@ -1,0 +1,328 @@
+// Tests of the curve input: LOADATF on text files, TAVREAD on frame sets,
+// and the whole dialogue of loadMeasuredCurve with its refusals.
+#include "scatter/measured_curve.h"
+
+#include "monitor/monitor.h"
+#include "numlib/machine_constants.h"
+#include "platform/edit_format.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace {
+
+const std::string kData = ZEMOK_TEST_DATA;
+const std::string kSample = std::string(ZEMOK_SOURCE_DIR) + "/examples/sample-data/";
+
+class CurveInputTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        resetMeasuredCurve();
+        // Short: the file questions hold names of 60 characters.
+        dir_ = std::filesystem::temp_directory_path() / ("ci" + std::to_string(::getpid()));
+        std::filesystem::create_directories(dir_);
+        unit::setTerminal(&in_, &out_);
+    }
+    void TearDown() override {
+        if (HasFailure()) std::cerr << "Console:\n" << out_.str();
+        unit::resetUnits();
+        std::error_code ec;
+        std::filesystem::remove_all(dir_, ec);
+    }
+    void replies(const std::string& text) { in_.str(text); }
+    bool said(const std::string& text) const { return out_.str().find(text) != std::string::npos; }
+    std::string path(const std::string& name) const { return (dir_ / name).string(); }
+
+    // A header file of the frame format and its frames of 4-byte reals.
+    void writeHeader(const std::string& name, int channels, int frames, const std::string& data,
+                     const std::string& errors = "") {
+        std::ofstream h(path(name));
+        const int more = errors.empty() ? 0 : 1;
+        h << "Test set " << name << "\n\n";
+        h << formatRecords("(10I8)", FmtItems{channels, frames, 0, 0, 0, 0, 0, 0, 0, more}).text
+          << "\n" << data << "\n";
+        if (!errors.empty()) {
+            h << formatRecords("(10I8)", FmtItems{0, 0, 0, 0, 0, 0, 0, 0, 0, 1}).text
+              << "\nNOPARM.DAT\n";
+            h << formatRecords("(2I8)", FmtItems{channels, frames}).text << "\n" << errors << "\n";
+        }
+    }
+    void writeFrames(const std::string& name, const std::vector<std::vector<float>>& frames) {
+        std::ofstream f(path(name), std::ios::binary);
+        for (const auto& frame : frames)
+            f.write(reinterpret_cast<const char*>(frame.data()),
+                    static_cast<std::streamsize>(frame.size() * sizeof(float)));
+    }
+    int loadText(const std::string& file, int& nCols, std::string& header) {
+        int n = 0;
+        int status = 0;
+        nCols = 0;
+        LOADATF("READ SAS", 2, kData + "/" + file, header, rawCurve.s, rawCurve.I, rawCurve.Err,
+                kMaxTextLines, n, nCols, 2, status);
+        status_ = status;
+        return n;
+    }
+
+    std::filesystem::path dir_;
+    std::istringstream in_;
+    std::ostringstream out_;
+    int status_ = 0;
+};
+
+TEST_F(CurveInputTest, FirstNumericLineBecomesTheHeader) {
+    int nCols = 0;
+    std::string header(80, ' ');
+    ASSERT_EQ(loadText("curve_first_numeric.dat", nCols, header), 4);
+    EXPECT_EQ(nCols, 3);
+    EXPECT_EQ(header.substr(0, 12), "0.01 5.0 0.5");
+    EXPECT_EQ(header.size(), 80u);
+    EXPECT_DOUBLE_EQ(rawCurve.s[0], 0.02);
+    EXPECT_DOUBLE_EQ(rawCurve.Err[3], 0.1);
+}
+
+TEST_F(CurveInputTest, FourColumnsUseTheFirstThree) {
+    int nCols = 0;
+    std::string header(80, ' ');
+    ASSERT_EQ(loadText("curve_four_columns.dat", nCols, header), 3);
+    EXPECT_EQ(nCols, 4);
+    EXPECT_EQ(header.substr(0, 28), "Four columns of a test curve");
+    EXPECT_DOUBLE_EQ(rawCurve.s[1], 0.02);
+    EXPECT_DOUBLE_EQ(rawCurve.I[1], 6.0);
+    EXPECT_DOUBLE_EQ(rawCurve.Err[1], 0.6);
+    EXPECT_DOUBLE_EQ(rawCurve.Err[2], 0.4);
+}
+
+TEST_F(CurveInputTest, BlankLinesEqualAbscissaeAndDescendingFiles) {
+    int nCols = 0;
+    std::string header(80, ' ');
+    EXPECT_EQ(loadText("curve_blank_inside.dat", nCols, header), 4);
+    EXPECT_DOUBLE_EQ(rawCurve.I[3], 2.0);
+
+    ASSERT_EQ(loadText("curve_equal_s.dat", nCols, header), 3);
+    EXPECT_DOUBLE_EQ(rawCurve.s[1], 0.02);
+    EXPECT_DOUBLE_EQ(rawCurve.I[1], 4.0);
+    EXPECT_DOUBLE_EQ(rawCurve.Err[1], std::sqrt(0.36 + 16.0) / 2.0);
+    EXPECT_EQ(header.substr(0, 26), "Points of equal s ! merged");
+
+    ASSERT_EQ(loadText("curve_descending.dat", nCols, header), 4);
+    EXPECT_DOUBLE_EQ(rawCurve.s[0], 0.01);
+    EXPECT_DOUBLE_EQ(rawCurve.I[0], 4.0);
+    EXPECT_DOUBLE_EQ(rawCurve.s[3], 0.04);
+    EXPECT_DOUBLE_EQ(rawCurve.Err[3], 0.1);
+}
+
+TEST_F(CurveInputTest, SasModeDropsUnusablePoints) {
+    int nCols = 0;
+    std::string header(80, ' ');
+    ASSERT_EQ(loadText("curve_sas_filter.dat", nCols, header), 2);
+    EXPECT_DOUBLE_EQ(rawCurve.s[0], 0.02);
+    EXPECT_DOUBLE_EQ(rawCurve.s[1], 0.04);
+}
+
+TEST_F(CurveInputTest, MalformedTextFilesAreTold) {
+    int nCols = 0;
+    std::string header(80, ' ');
+    EXPECT_EQ(loadText("curve_text_inside.dat", nCols, header), 3);  // read stops at the text
+    EXPECT_EQ(status_, 0);
+
+    EXPECT_EQ(loadText("curve_no_numbers.dat", nCols, header), 0);
+    EXPECT_EQ(status_, -1);
+    EXPECT_EQ(nCols, 0);
+    EXPECT_TRUE(said(" LOADATF --E- No data lines recognized."));
+
+    EXPECT_EQ(loadText("curve_empty.dat", nCols, header), 0);
+    EXPECT_EQ(status_, -1);
+
+    EXPECT_EQ(loadText("no_such_curve.dat", nCols, header), 0);
+    EXPECT_EQ(status_, -5);
+    EXPECT_TRUE(said("LOADATF --E- Cannot open data file \"" + kData + "/no_such_curve.dat\"."));
+}
+
+TEST_F(CurveInputTest, BothFormatsOfTheSampleAgree) {
+    replies(kSample + "isis83404.txt\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(2), 0);
+    ASSERT_EQ(rawCurve.n, 121);
+    const RawCurve text = rawCurve;
+    EXPECT_DOUBLE_EQ(text.s[0], 0.009);
+    EXPECT_DOUBLE_EQ(text.I[120], 0.3373845);
+    EXPECT_DOUBLE_EQ(text.Err[0], 0.8087308);
+    EXPECT_EQ(fitCurve.nPts, 60);  // 120 points before s(last), joined in pairs
+    EXPECT_EQ(fitCurve.baseName.substr(0, 10), "isis83404 ");
+
+    resetMeasuredCurve();
+    replies("1 121\n" + kSample + "Z83000.sax\n" + kSample + "Z84000.sub\n\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(1), 0);
+    ASSERT_EQ(rawCurve.n, 121);
+    for (int i = 0; i < 121; ++i) {
+        EXPECT_NEAR(rawCurve.s[i], text.s[i], 1e-6 * text.s[i]) << i;
+        EXPECT_NEAR(rawCurve.I[i], text.I[i], 1e-6 * text.I[i]) << i;
+        EXPECT_NEAR(rawCurve.Err[i], text.Err[i], 1e-6 * text.Err[i]) << i;
+    }
+    EXPECT_TRUE(said(" Enter  the  frame  number"));
+
+    resetMeasuredCurve();
+    replies("1 121\n" + kSample + "Z83000.sax\n" + kSample + "Z83000.sub\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(1), 0);
+    EXPECT_EQ(rawCurve.Err[0], 0.0);
+    EXPECT_EQ(fitCurve.Err[0], X02RMDC(2));  // no errors: all at the floor
+    EXPECT_EQ(fitCurve.Err[59], X02RMDC(2));
+}
+
+TEST_F(CurveInputTest, ZeroErrorsAreEstimated) {
+    replies(kData + "/curve_zero_errors.dat\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(2), 0);
+    ASSERT_EQ(fitCurve.nPts, 5);
+    // Six points: m1 = 2, m2 = 2; the runs test accepts below 20 points.
+    EXPECT_TRUE(said("Errors estimated by polynimial smoothing"));
+    for (int k = 0; k < 5; ++k) {
+        EXPECT_GT(fitCurve.Err[k], 0.0);
+        EXPECT_NE(fitCurve.Err[k], 0.03 * fitCurve.I[k]);
+    }
+    double sum = 0.0;
+    for (int k = 0; k < 5; ++k) sum += std::pow(fitCurve.I[k] / fitCurve.Err[k], 2);
+    EXPECT_NEAR(fitCurve.w[2], (1.0 / fitCurve.Err[2]) / std::sqrt(sum), 1e-15);
+}
+
+TEST_F(CurveInputTest, TwoFrameSetHoldsIntensitiesThenErrors) {
+    writeHeader("T20000.sub", 4, 2, "T20001.DAT");
+    writeFrames("T20001.DAT", {{10, 20, 30, 40}, {1, 2, 3, 4}});
+    std::vector<double> d1(3), d2(3);
+    std::string title(60, ' ');
+    int frame = 0;
+    int nFrames = 0;
+    double param = 0.0;
+    ASSERT_EQ(TAVREAD(8, path("T20000.sub"), 2, 4, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_EQ(nFrames, 2);
+    EXPECT_EQ(param, 1.0);
+    EXPECT_EQ(d1, (std::vector<double>{20, 30, 40}));
+    EXPECT_EQ(d2, (std::vector<double>{2, 3, 4}));
+    EXPECT_EQ(title.substr(0, 19), "Test set T20000.sub");
+    EXPECT_TRUE(said(" Header file "));
+    EXPECT_FALSE(said("frame  number"));
+
+    // An axis of two frames read into one array keeps the second frame.
+    ASSERT_EQ(TAVREAD(8, path("T20000.sub"), 1, 2, d1.data(), d1.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_EQ(d1[0], 1.0);
+    EXPECT_EQ(d1[1], 2.0);
+}
+
+TEST_F(CurveInputTest, MultiFrameSetAsksForTheFrame) {
+    writeHeader("T30000.sub", 3, 3, "T30001.DAT");
+    writeFrames("T30001.DAT", {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}});
+    std::vector<double> d1(3), d2(3, 7.0);
+    std::string title(60, ' ');
+    int frame = 0;
+    int nFrames = 0;
+    double param = 0.0;
+    replies("2\n5\n");
+    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_EQ(frame, 2);
+    EXPECT_EQ(d1[0], 2.0);
+    EXPECT_EQ(d2[0], 0.0);  // no error file: cleared
+    EXPECT_EQ(param, -2.0);
+    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_TRUE(said(" Warning: the file contains only"));
+    EXPECT_TRUE(said("frames!"));
+    EXPECT_EQ(frame, 3);
+    EXPECT_EQ(d1[2], 3.0);
+
+    // A negative count forbids the question: frame 1 is taken.
+    frame = 0;
+    nFrames = -1;
+    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_EQ(frame, 1);
+    EXPECT_EQ(d1[1], 1.0);
+}
+
+TEST_F(CurveInputTest, BadFrameFilesOfferTheRetryDialogue) {
+    writeHeader("T40000.sub", 4, 1, "T40001.DAT");
+    writeFrames("T40001.DAT", {{5, 6, 7, 8}});
+    writeHeader("T50000.sub", 4, 1, "T50001.DAT");
+    writeFrames("T50001.DAT", {{5, 6}});  // truncated record
+    {
+        std::ofstream bad(path("T60000.sub"));
+        bad << "Wrong numbers\n\n     abc       1\nT40001.DAT\n";
+    }
+    std::vector<double> d1(4), d2(4);
+    std::string title(60, ' ');
+    int frame = 0;
+    int nFrames = 0;
+    double param = 0.0;
+    replies(path("T60000.sub") + "\n" + path("T40000.sub") + "\n");
+    ASSERT_EQ(TAVREAD(8, path("missing.sub"), 1, 4, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_TRUE(said(" TAVREAD: error opening or reading header file  "));
+    EXPECT_TRUE(said(" Enter the header file name <XNN000.ext>: "));
+    EXPECT_EQ(d1[3], 8.0);
+
+    replies(path("T40001.DAT") + "\n");
+    ASSERT_EQ(TAVREAD(8, path("T50000.sub"), 1, 4, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              0);
+    EXPECT_TRUE(said(" TAVREAD: error opening or reading data file  "));
+    EXPECT_EQ(d1[0], 5.0);
+
+    replies("\n");
+    EXPECT_EQ(TAVREAD(8, path("missing.sub"), 1, 4, d1.data(), d2.data(), title, frame, nFrames,
+                      param),
+              -1);
+    EXPECT_TRUE(said(" TAVREAD: Input file not defined"));
+}
+
+TEST_F(CurveInputTest, DialogueRefusesWhatCannotMakeACurve) {
+    writeHeader("T70000.sax", 121, 1, "T70001.DAT");
+    std::vector<float> frame(121);
+    for (int i = 0; i < 121; ++i) frame[i] = 0.01f * (i + 1);
+    writeFrames("T70001.DAT", {frame});
+    writeHeader("T71000.sub", 121, 1, "T71001.DAT");
+    writeFrames("T71001.DAT", {frame});
+    // The default window 51..474 exceeds the frame; 1..2000 is too long.
+    replies("\n" + path("T70000.sax") + "\n1 2000\n11 20\n" + path("T70000.sax") + "\n" +
+            path("T71000.sub") + "\n2\n0\n0.925\n");
+    ASSERT_EQ(loadMeasuredCurve(1), 0);
+    EXPECT_TRUE(said("The channels asked reach beyond the channels of the frame."));
+    EXPECT_TRUE(said("with at most 1026 channels."));
+    EXPECT_TRUE(said("fewer than 2 points"));
+    EXPECT_NE(fitCurve.dataName.find("T71000.sub"), std::string::npos);
+    // s of channels 11..20 is 0.11..0.20, in 1/nm: times 0.1f; the fraction
+    // 0.925 keeps the points below 0.925 * s(20), channels 11..18.
+    ASSERT_EQ(fitCurve.nPts, 8);
+    EXPECT_DOUBLE_EQ(fitCurve.s[0], static_cast<double>(0.11f) * static_cast<double>(0.1f));
+    EXPECT_TRUE(said("Angular units multiplied by"));
+    EXPECT_EQ(loadMeasuredCurve(3), -1);
+}
+
+TEST_F(CurveInputTest, MissingTextFileIsAskedAgain) {
+    replies(kData + "/no_such_curve.dat\n" + kData + "/curve_descending.dat\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(2), 0);
+    EXPECT_TRUE(said("Cannot open data file"));
+    EXPECT_EQ(fitCurve.nPts, 3);
+    EXPECT_DOUBLE_EQ(fitCurve.I[0], 4.0 + X02RMDC(2));
+
+    resetMeasuredCurve();
+    replies(kData + "/curve_empty.dat\n");
+    EXPECT_EQ(loadMeasuredCurve(2), -2);  // the replies end before a curve
+}
+
+}  // namespace

@@ -1,0 +1,146 @@
+// Tests of the curve tools: SORTMER sorting and merging, MINMAX, CURVECUT,
+// JOINPTS grouping, and the multipliers of the angular units table.
+#include "scatter/measured_curve.h"
+
+#include "monitor/monitor.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+
+namespace {
+
+class CurveToolsTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        resetMeasuredCurve();
+        unit::setTerminal(&in_, &out_);
+    }
+    void TearDown() override { unit::resetUnits(); }
+    std::istringstream in_;
+    std::ostringstream out_;
+};
+
+TEST_F(CurveToolsTest, SortmerSortsAndMergesEqualAbscissae) {
+    double s[] = {3.0, 1.0, 2.0, 2.0};
+    double y[] = {30.0, 10.0, 20.0, 40.0};
+    double e[] = {3.0, 1.0, 2.0, 2.0};
+    int n = 4;
+    int status = 99;
+    SORTMER(s, y, e, n, 3, 1e-4, 2, status);
+    EXPECT_EQ(status, 0);
+    ASSERT_EQ(n, 3);
+    EXPECT_DOUBLE_EQ(s[0], 1.0);
+    EXPECT_DOUBLE_EQ(s[1], 2.0);
+    EXPECT_DOUBLE_EQ(s[2], 3.0);
+    EXPECT_DOUBLE_EQ(y[0], 10.0);
+    EXPECT_DOUBLE_EQ(y[1], 30.0);  // mean of 20 and 40
+    EXPECT_DOUBLE_EQ(y[2], 30.0);
+    EXPECT_DOUBLE_EQ(e[1], std::sqrt(8.0) / 2.0);  // sqrt(2^2 + 2^2) / 2
+    EXPECT_DOUBLE_EQ(e[2], 3.0);
+}
+
+TEST_F(CurveToolsTest, SortmerRunIsMeasuredFromItsFirstPoint) {
+    // d = 10 * 1e-4 = 1e-3: 1 and 1.0006 merge; 1.0012 lies beyond 1 + d.
+    double s[] = {10.0, 1.0012, 1.0006, 1.0, 0.0};
+    double y[] = {5.0, 4.0, 3.0, 2.0, 1.0};
+    int n = 5;
+    int status = 0;
+    SORTMER(s, y, nullptr, n, 2, 1e-4, 2, status);
+    ASSERT_EQ(n, 4);
+    EXPECT_DOUBLE_EQ(s[0], 0.0);
+    EXPECT_DOUBLE_EQ(s[1], 1.0003);
+    EXPECT_DOUBLE_EQ(y[1], 2.5);
+    EXPECT_DOUBLE_EQ(s[2], 1.0012);
+    EXPECT_DOUBLE_EQ(y[2], 4.0);
+    EXPECT_DOUBLE_EQ(s[3], 10.0);
+}
+
+TEST_F(CurveToolsTest, SortmerModeOneOnlySortsAndBadCountsAreTold) {
+    double s[] = {2.0, 1.0, 1.0};
+    double y[] = {20.0, 10.0, 11.0};
+    int n = 3;
+    int status = 0;
+    SORTMER(s, y, nullptr, n, 2, 1e-4, 1, status);
+    EXPECT_EQ(n, 3);
+    EXPECT_DOUBLE_EQ(s[2], 2.0);
+    EXPECT_DOUBLE_EQ(y[2], 20.0);
+
+    n = 0;
+    SORTMER(s, y, nullptr, n, 2, 1e-4, 2, status);
+    EXPECT_EQ(status, -3);
+    n = 3;
+    SORTMER(s, y, nullptr, n, 0, 1e-4, 2, status);
+    EXPECT_EQ(status, -4);
+    EXPECT_NE(out_.str().find("SORTMER --E- Zero number of output data lines"), std::string::npos);
+    EXPECT_NE(out_.str().find("SORTMER --E- Zero number of output data columns"),
+              std::string::npos);
+}
+
+TEST_F(CurveToolsTest, MinmaxAndCurvecut) {
+    const double a[] = {3.0, -1.0, 7.0, 2.0};
+    double lo = 0.0;
+    double hi = 0.0;
+    MINMAX(4, a, lo, hi);
+    EXPECT_EQ(lo, -1.0);
+    EXPECT_EQ(hi, 7.0);
+
+    const double up[] = {1.0, 2.0, 3.0, 4.0};
+    EXPECT_EQ(CURVECUT(up, 4, 4.0), 3);  // a fraction of 1 drops the last point
+    EXPECT_EQ(CURVECUT(up, 4, 2.5), 2);
+    EXPECT_EQ(CURVECUT(up, 4, 0.5), 0);
+    EXPECT_EQ(CURVECUT(up, 4, 9.0), 4);
+    const double down[] = {4.0, 3.0, 2.0, 1.0};
+    EXPECT_EQ(CURVECUT(down, 4, 2.5), 2);
+    EXPECT_EQ(CURVECUT(down, 4, 0.5), 4);
+    EXPECT_EQ(CURVECUT(up, 0, 2.0), 0);
+}
+
+TEST_F(CurveToolsTest, JoinptsMakesPairsOf102Points) {
+    double s[102], y[102], e[102], so[102], yo[102], eo[102];
+    for (int i = 0; i < 102; ++i) {
+        s[i] = i + 1.0;
+        y[i] = 2.0 * (i + 1.0);
+        e[i] = 1.0;
+    }
+    int nOut = 0;
+    JOINPTS(102, s, y, e, 101, nOut, so, yo, eo);
+    ASSERT_EQ(nOut, 51);
+    EXPECT_DOUBLE_EQ(so[0], 1.5);
+    EXPECT_DOUBLE_EQ(yo[0], 3.0);
+    EXPECT_DOUBLE_EQ(eo[0], std::sqrt(2.0) / 2.0);
+    EXPECT_DOUBLE_EQ(so[50], 101.5);
+    EXPECT_NE(out_.str().find("    2 successive data points joined"), std::string::npos);
+
+    JOINPTS(101, s, y, e, 101, nOut, so, yo, eo);
+    EXPECT_EQ(nOut, 101);
+    EXPECT_DOUBLE_EQ(so[100], 101.0);
+}
+
+TEST_F(CurveToolsTest, JoinptsLastGroupMayBeShorter) {
+    const double s[] = {1.0, 2.0, 3.0, 4.0, 5.0};
+    const double y[] = {1.0, 2.0, 3.0, 4.0, 5.0};
+    const double e[] = {3.0, 3.0, 3.0, 1.0, 1.0};
+    double so[5], yo[5], eo[5];
+    int nOut = 0;
+    JOINPTS(5, s, y, e, 2, nOut, so, yo, eo);  // g = 4/2 + 1 = 3
+    ASSERT_EQ(nOut, 2);
+    EXPECT_DOUBLE_EQ(so[0], 2.0);
+    EXPECT_DOUBLE_EQ(eo[0], std::sqrt(27.0) / 3.0);
+    EXPECT_DOUBLE_EQ(so[1], 4.5);
+    EXPECT_DOUBLE_EQ(yo[1], 4.5);
+    EXPECT_DOUBLE_EQ(eo[1], std::sqrt(2.0) / 2.0);
+}
+
+TEST_F(CurveToolsTest, UnitsTableHoldsSinglePrecisionConstants) {
+    EXPECT_EQ(angularMultiplier(1), 1.0);
+    EXPECT_EQ(angularMultiplier(2), 0.10000000149011612);
+    EXPECT_EQ(angularMultiplier(3), 6.283185005187988);
+    EXPECT_EQ(angularMultiplier(4), 0.6283185482025146);
+    EXPECT_EQ(angularMultiplier(7), 1.0);
+}
+
+}  // namespace

@@ -1,0 +1,150 @@
+// Tests of the error estimate: the window sizes of ERREST, the moving cubic
+// SMOERR on exact cubics and its propagated error, the runs-test outcomes.
+#include "scatter/measured_curve.h"
+
+#include "monitor/monitor.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+#include <sstream>
+#include <vector>
+
+namespace {
+
+class SmoothingTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        unit::setTerminal(&in_, &out_);
+    }
+    void TearDown() override { unit::resetUnits(); }
+    bool said(const std::string& text) const { return out_.str().find(text) != std::string::npos; }
+    std::istringstream in_;
+    std::ostringstream out_;
+};
+
+TEST_F(SmoothingTest, WindowSizes) {
+    int m1 = 0;
+    int m2 = 0;
+    errestWindows(9, m1, m2);
+    EXPECT_EQ(m1, 3);
+    EXPECT_EQ(m2, 2);
+    errestWindows(1024, m1, m2);
+    EXPECT_EQ(m1, 32);
+    EXPECT_EQ(m2, 16);
+    errestWindows(2704, m1, m2);  // sqrt = 52, capped at 51
+    EXPECT_EQ(m1, 51);
+    EXPECT_EQ(m2, 25);
+    errestWindows(5, m1, m2);  // 2 cut to 5/2 - 1 = 1; m2 raised to 2
+    EXPECT_EQ(m1, 1);
+    EXPECT_EQ(m2, 2);
+}
+
+TEST_F(SmoothingTest, CubicIsReproducedInEveryWindow) {
+    // Uneven abscissae so that the edge windows use their own t.
+    const int n = 21;
+    std::vector<double> s(n), y(n), w(n, 1.0), ySm(n), eSm(n);
+    for (int i = 0; i < n; ++i) {
+        s[i] = i + 0.1 * i * i;
+        y[i] = s[i] * s[i] * s[i] - 2.0 * s[i] * s[i] + 0.5 * s[i] + 3.0;
+    }
+    SMOERR(n, 3, s.data(), y.data(), w.data(), ySm.data(), eSm.data());
+    for (int i = 0; i < n; ++i) EXPECT_NEAR(ySm[i], y[i], 1e-7 * std::fabs(y[i]) + 1e-9) << i;
+}
+
+TEST_F(SmoothingTest, PropagatedErrorOfFivePointWindow) {
+    // Five equally spaced points, unit errors: the variance of the cubic at
+    // the centre is that of the even part (t^2, 1) with t = -1/2..1/2 in
+    // quarters: sum t^4 / det = 0.1328125 / 0.2734375 = 17/35.
+    const double s[] = {0.0, 1.0, 2.0, 3.0, 4.0};
+    const double y[] = {1.0, 2.0, 3.0, 4.0, 5.0};
+    const double w[] = {1.0, 1.0, 1.0, 1.0, 1.0};
+    double ySm[5], eSm[5];
+    SMOERR(5, 2, s, y, w, ySm, eSm);
+    EXPECT_NEAR(eSm[2], std::sqrt(17.0 / 35.0), 1e-12);
+    EXPECT_NEAR(ySm[2], 3.0, 1e-12);
+    // At the ends the polynomial passes closer to its own point: the error
+    // of an end point of a 5-point cubic is sqrt(69/70).
+    EXPECT_NEAR(eSm[0], std::sqrt(69.0 / 70.0), 1e-12);
+    EXPECT_NEAR(eSm[4], std::sqrt(69.0 / 70.0), 1e-12);
+}
+
+TEST_F(SmoothingTest, NeighboursAreCappedAt100) {
+    const int n = 201;
+    std::vector<double> s(n), y(n), w(n, 1.0), ySm(n), eSm(n);
+    for (int i = 0; i < n; ++i) {
+        s[i] = i;
+        y[i] = 2.0 * i + 1.0;
+    }
+    SMOERR(n, 150, s.data(), y.data(), w.data(), ySm.data(), eSm.data());
+    EXPECT_TRUE(said(" SMOERR -W- Number of neighbours reduced to 100"));
+    EXPECT_NEAR(ySm[0], 1.0, 1e-8);
+    EXPECT_NEAR(ySm[200], 401.0, 1e-8);
+}
+
+TEST_F(SmoothingTest, NoisyCurveGetsErrorsNearTheNoise) {
+    const int n = 200;
+    std::mt19937 generator(12345);
+    std::normal_distribution<double> normal(0.0, 1.0);
+    std::vector<double> s(n), y(n), e(n), sigma(n);
+    for (int i = 0; i < n; ++i) {
+        s[i] = 0.005 + 0.001 * i;
+        const double truth = 1000.0 * std::exp(-s[i] * s[i] * 400.0 / 3.0) + 1.0;
+        sigma[i] = 0.05 * truth;
+        y[i] = truth + sigma[i] * normal(generator);
+    }
+    const double result = ERREST(n, s.data(), y.data(), e.data());
+    EXPECT_GT(result, 0.0);
+    EXPECT_TRUE(said("ERREST ----- Errors estimated by polynimial smoothing"));
+    double ratio = 0.0;
+    double sumE = 0.0;
+    double sumY = 0.0;
+    for (int i = 0; i < n; ++i) {
+        ratio += e[i] / sigma[i];
+        sumE += e[i] * e[i];
+        sumY += y[i] * y[i];
+    }
+    ratio /= n;
+    EXPECT_GT(ratio, 0.5);
+    EXPECT_LT(ratio, 2.0);
+    EXPECT_NEAR(result, sumE / sumY, 1e-12 * result);
+}
+
+TEST_F(SmoothingTest, RejectedResidualsGetFlatThreePercent) {
+    // Every point alternately 30 percent above and below a smooth curve:
+    // the residuals change sign at every point, far too many runs.
+    const int n = 60;
+    std::vector<double> s(n), y(n), e(n);
+    for (int i = 0; i < n; ++i) {
+        s[i] = 0.01 * (i + 1);
+        y[i] = 100.0 / (1.0 + s[i]) * (i % 2 == 0 ? 1.3 : 0.7);
+    }
+    const double result = ERREST(n, s.data(), y.data(), e.data());
+    EXPECT_DOUBLE_EQ(result, -0.0009);
+    for (int i = 0; i < n; ++i) EXPECT_DOUBLE_EQ(e[i], 0.03 * y[i] + 1e-20);
+    EXPECT_FALSE(said("Errors estimated"));
+}
+
+TEST_F(SmoothingTest, ShortCurves) {
+    // Nine points: the runs test cannot judge and accepts; errors estimated.
+    std::vector<double> s(9), y(9), e(9, 0.0);
+    for (int i = 0; i < 9; ++i) {
+        s[i] = i + 1.0;
+        y[i] = 50.0 / s[i] + (i % 3 == 0 ? 0.5 : -0.2);
+    }
+    const double result = ERREST(9, s.data(), y.data(), e.data());
+    EXPECT_TRUE(said(" G02WALD1 -E- Number of data points less than 20."));
+    EXPECT_GT(result, 0.0);
+    for (int i = 0; i < 9; ++i) EXPECT_GT(e[i], 0.0);
+
+    // Four points leave no room for the second window: flat errors.
+    const double y4[] = {4.0, -3.0, 2.0, 1.0};
+    double e4[4];
+    EXPECT_DOUBLE_EQ(ERREST(4, s.data(), y4, e4), -0.0009);
+    EXPECT_DOUBLE_EQ(e4[1], 0.09 + 1e-20);
+}
+
+}  // namespace

@@ -1,0 +1,69 @@
+// SessionTest: a fixture for the fit dialogue on a scripted terminal with
+// answers files written into a fresh temporary folder.
+#pragma once
+
+#include "monitor/e4dataset.h"
+#include "monitor/monitor.h"
+#include "platform/units.h"
+#include "scatter/answers_file.h"
+#include "scatter/measured_curve.h"
+#include "scatter/phases.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <unistd.h>
+
+class SessionTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        resetFitSession();
+        resetAnswersFile();
+        resetMeasuredCurve();
+        // Short paths: a key of the command line is looked at up to 80 characters.
+        static int serial = 0;
+        dir = std::filesystem::path(::testing::TempDir()) /
+              ("s2_" + std::to_string(::getpid()) + "_" + std::to_string(++serial));
+        std::filesystem::remove_all(dir);
+        std::filesystem::create_directories(dir);
+    }
+    void TearDown() override {
+        resetAnswersFile();
+        unit::resetUnits();
+        std::filesystem::remove_all(dir);
+    }
+    // Writes a file into the folder; returns its path.
+    std::string writeFile(const std::string& name, const std::string& text) {
+        const std::string path = (dir / name).string();
+        std::ofstream(path) << text;
+        return path;
+    }
+    // Writes the answers file and names it on the program's command line.
+    void answers(const std::string& text) {
+        splitCommandLine("/UC=" + writeFile("run.ans", text));
+    }
+    // Runs `body` with `input` as the terminal; returns what was written.
+    template <class Body>
+    std::string withTerminal(const std::string& input, Body body) {
+        std::istringstream in(input);
+        std::ostringstream out;
+        unit::setTerminal(&in, &out);
+        body();
+        unit::resetTerminal();
+        return out.str();
+    }
+    std::filesystem::path dir;
+};
+
+// Phase descriptions in the answers file's layout, one row a line.
+inline const char* kSphereRows =
+    "SPHERE\n1.0 0.0 2.0\n10 5 20\n1.0 -1 2\n50 40 60\n0.5 0 1\n5 1 10\n55 0 100\n1\n0.1 0 0.5\n";
+inline const char* kCylinderRows =
+    "CYLINDER\n0.5 0.1 0.9\n8 4 12\n2.0 1 3\n30 20 40\n-1 -2 0\n3 1 6\n2\n400\n";
+inline const char* kDumbbellRows = "DUMBBELL\n0.25 0 1\n6 3 9\n1.5 1 2\n20 15 25\n0.75 0 1\n2 0 4\n1\n";
+inline const char* kEllipsoidRows = "ELLIPSOID\n0.3 0.2 0.4\n70 60 80\n1.5 1.1 3\n";
