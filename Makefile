@@ -17,8 +17,9 @@ test: build
 
 demo: build
 	@mkdir -p demo-output
-	cp data/zemok.hlp examples/demo.cmd demo-output/
-	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd < /dev/null | tee demo-transcript.txt
+	cp data/zemok.hlp examples/demo.cmd examples/synthetic/synsphere.dat \
+	   examples/synthetic/vardene.ans examples/synthetic/fixed.inp demo-output/
+	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd /UC=vardene.ans < /dev/null | tee demo-transcript.txt
 
 bench: build
 	$(BUILD)/model_evaluation_bench

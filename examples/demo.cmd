@@ -1,11 +1,15 @@
-! make demo: zemok runs this command file with no typing (/C=demo.cmd).
-! Rosenbrock's function from its standard start (-1, 0.8), minimized by the
-! downhill simplex of Nelder and Mead; questions take their defaults.
+! make demo: zemok runs this command file with no typing:
+!     zemok /C=demo.cmd /UC=vardene.ans
+! The answers file vardene.ans describes one phase of polydisperse spheres
+! (outer radius 40, width 4 to start with) and the synthetic curve
+! synsphere.dat (radius 50, Schulz width 5, 3 percent noise).  fixed.inp
+! leaves only the outer radius and the width free; the downhill simplex
+! fits them.
 MESSAGE,1
-PROBLEM,TEST,1
+PROBLEM,USER
+LOAD,FILE=fixed.inp,IFIXER
 METHOD,N-M
 RUN
-! The whole data set, then the function value at the point reached
 REPORT,TERMINAL,DATA
 EVALUATE
 EXIT

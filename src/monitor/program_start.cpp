@@ -11,6 +11,7 @@
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "platform/clock.h"
+#include "scatter/scattering_reset.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"
 #include "textfile/number_text.h"
@@ -60,6 +61,7 @@ void resetProgramState() {
     resetTargetFunction();
     resetComputationalNoise();
     resetSimplexSearch();
+    resetScatteringFit();
     resetSysinf();
     resetE4DataSet();
     resetMonitorState();
