@@ -2,6 +2,9 @@
 // vardeneSessionCall, with modelPhasesOfTable.
 #include "scatter/vardene_session.h"
 
+#include "monitor/console_layer.h"
+#include "scatter/structure_factor.h"
+
 #include "monitor/e4dataset.h"
 #include "scatter/measured_curve.h"
 #include "scatter/model_curves.h"
@@ -46,7 +49,8 @@ double vardeneSessionCall(double* x) {
     ModelPhase phases[kMaxPhaseEntries];
     int nPhase = 0;
     modelPhasesOfTable(phases, nPhase);
-    evaluateModel(phases, nPhase, FitSession.cSys, fitCurve.s, fitCurve.nPts);
+    if (evaluateModel(phases, nPhase, FitSession.cSys, fitCurve.s, fitCurve.nPts) == kStrFacSubstituted)
+        I05MES("USERF ----W- No physical structure factor of a SPHERE phase: factor 1 used.");
     // The volume fractions are kept in their normalized form, so that a
     // second run starts from them.
     for (int p = 0; p < nPhase; ++p) PhaseTable.Vf[static_cast<std::size_t>(p)].value = phases[p].Vf;
