@@ -112,6 +112,11 @@ void makePositiveAndWeigh() {
     writeList(-1, " s(1), s(last)    :", fitCurve.s[0], fitCurve.s[n - 1]);
     makePositive(fitCurve.Err, n, eps);
     writeList(-1, " Err(1), Err(last):", fitCurve.Err[0], fitCurve.Err[n - 1]);
+    computeWeights();
+}
+
+void computeWeights() {
+    const int n = fitCurve.nPts;
     double sum = 0.0;
     for (int k = 0; k < n; ++k) {
         const double ratio = fitCurve.I[k] / fitCurve.Err[k];

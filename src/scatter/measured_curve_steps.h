@@ -19,3 +19,5 @@ int askFraction();
 void reduceCurve(int count);
 // Intensities and errors of fitCurve made positive, and the weights.
 void makePositiveAndWeigh();
+// The weights w = (1/Err) / sqrt(sum of (I/Err)^2) of fitCurve.
+void computeWeights();

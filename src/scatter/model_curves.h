@@ -1,9 +1,11 @@
 // The model curve of the sample and its misfit: ModelPhase, ModelCurves,
-// evaluateModel, objectiveValue, fitDeviation, NOISEADD and testNoiseSeed.
+// evaluateModel, objectiveValue, fitDeviation, NOISEADD, dateTimeText and
+// testNoiseSeed.
 #pragma once
 
 #include "scatter/phase_intensity.h"
 
+#include <string>
 #include <string_view>
 
 constexpr int kMaxPhases = 10;
@@ -53,6 +55,10 @@ double fitDeviation(const double* I, const double* err, int nPts);
 // Noise of a simulated curve: out(i) from in(i) with normal deviates of a
 // generator started afresh from `seed`; negative noise is Poisson-like.
 void NOISEADD(int n, const double* in, double* out, double noise, int seed);
+
+// The date and time text of the results: two blanks, the date in 11
+// characters, three blanks, the time in 8 characters (24 in all).
+std::string dateTimeText();
 
 // The seed of a simulated curve from the 24-character date and time text:
 // the minutes and seconds in its characters 20-21 and 23-24.

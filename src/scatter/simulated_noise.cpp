@@ -1,6 +1,8 @@
 // Noise of a simulated curve: NOISEADD with its multiplicative generator and
-// polar normal deviates, and testNoiseSeed from the date and time text.
+// polar normal deviates, the date and time text, and testNoiseSeed.
 #include "scatter/model_curves.h"
+
+#include "platform/clock.h"
 
 #include <cmath>
 
@@ -47,6 +49,8 @@ void NOISEADD(int n, const double* in, double* out, double noise, int seed) {
         out[i] = noise < 0 ? in[i] + std::sqrt(std::fabs(in[i])) * dev : (1.0 + noise * dev) * in[i];
     }
 }
+
+std::string dateTimeText() { return "  " + dateText() + "   " + timeText(); }
 
 int testNoiseSeed(std::string_view dateTime) {
     auto digit = [&](std::size_t at) {

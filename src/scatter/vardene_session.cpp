@@ -1,12 +1,14 @@
 // One call of the scattering fit as the user function runs it:
-// vardeneSessionCall, with modelPhasesOfTable.
+// vardeneSessionCall with the TEST run, and modelPhasesOfTable.
 #include "scatter/vardene_session.h"
 
 #include "monitor/console_layer.h"
 #include "scatter/structure_factor.h"
 
 #include "monitor/e4dataset.h"
+#include "scatter/answers_file.h"
 #include "scatter/measured_curve.h"
+#include "scatter/measured_curve_steps.h"
 #include "scatter/model_curves.h"
 #include "scatter/parameter_vector.h"
 #include "scatter/phases.h"
@@ -37,6 +39,39 @@ void modelPhasesOfTable(ModelPhase* phases, int& nPhase) {
     }
 }
 
+namespace {
+
+// The second description of the phases in a TEST run, always from the
+// terminal; nVar keeps the count of the first description.
+void secondDescription(double* x) {
+    leaveAnswersFile();
+    int n = PhaseTable.nPhase;
+    ASKINUM("Enter Number of phases", n);
+    PhaseTable.nPhase = std::clamp(n, 0, kMaxPhaseEntries);
+    for (int p = 1; p <= PhaseTable.nPhase; ++p) {
+        if (!readPhaseDescription(p)) break;
+    }
+    const int nVar = E4DataSet.nVar();
+    layoutParameters(x);
+    E4DataSet.nVar() = nVar;
+}
+
+// A TEST run replaces the measured intensities by the model with noise,
+// seeded from the time of day, and takes errors and weights from them.
+void simulateTestCurve(double* x) {
+    const int n = fitCurve.nPts;
+    NOISEADD(n, ModelCurves.sumCurve, fitCurve.I, FitSession.noiseT, testNoiseSeed(dateTimeText()));
+    if (FitSession.noiseT <= 0.0) {
+        ERREST(n, fitCurve.s, fitCurve.I, fitCurve.Err);
+    } else {
+        for (int k = 0; k < n; ++k) fitCurve.Err[k] = fitCurve.I[k] * FitSession.noiseT;
+    }
+    computeWeights();
+    secondDescription(x);
+}
+
+}  // namespace
+
 double vardeneSessionCall(double* x) {
     restoreFitSysinf();
     if (E4DataSet.iStat(30) == 0) {
@@ -54,5 +89,6 @@ double vardeneSessionCall(double* x) {
     // The volume fractions are kept in their normalized form, so that a
     // second run starts from them.
     for (int p = 0; p < nPhase; ++p) PhaseTable.Vf[static_cast<std::size_t>(p)].value = phases[p].Vf;
+    if (FitSession.testMode == 'Y' && E4DataSet.iStat(30) == 0) simulateTestCurve(x);
     return objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
 }
