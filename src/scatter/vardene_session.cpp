@@ -90,5 +90,7 @@ double vardeneSessionCall(double* x) {
     // second run starts from them.
     for (int p = 0; p < nPhase; ++p) PhaseTable.Vf[static_cast<std::size_t>(p)].value = phases[p].Vf;
     if (FitSession.testMode == 'Y' && E4DataSet.iStat(30) == 0) simulateTestCurve(x);
-    return objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
+    const double f = objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
+    if (E4DataSet.iStat(7) >= 10) fitDeviation(fitCurve.I, fitCurve.Err, fitCurve.nPts);
+    return f;
 }

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <sstream>
 #include <vector>
@@ -50,6 +51,46 @@ TEST(ScatteringFit, DemoRecoversTheRadiusAndTheWidthOfTheSpheres) {
     EXPECT_EQ(x[0], 1.0);
     EXPECT_EQ(x[4], 1.0);
     EXPECT_EQ(x[1], 0.0);
+}
+
+// The first value of the fit, from the trace line at message level 5,
+// against the same misfit computed here: an ellipsoid of axis ratio 1 is a
+// sphere of radius Rell, whose curve has the shape [3 (sin x - x cos x) / x^3]^2
+// with x = s Rell; the misfit does not depend on the scale of the model.
+TEST(ScatteringFit, FirstValueMatchesAnIndependentCalculation) {
+    std::string dir = freshFolder("first");
+    std::string curve = "Ten points: s, I, Err\n";
+    for (int k = 1; k <= 10; ++k)
+        curve += std::to_string(0.01 * k) + " " + std::to_string(100.0 / k) + " " + std::to_string(1.0 + 0.1 * k) + "\n";
+    writeFile(dir + "/curve.dat", curve);
+    writeFile(dir + "/run.ans",
+              "Series\nComment\nEXPERIMENT\n1\n0.0\nELLIPSOID\n1 1 1\n40 40 40\n1 1 1\n2\ncurve.dat\n1\n1.0\n");
+    ZemokRun run = runZemok("MESSAGE,5\nPROBLEM,USER\nN\nEXIT\nY\nY\n", {"/UC=run.ans"}, dir);
+    const std::string key = " Function no. 20,       1 value =";
+    std::size_t at = run.out.find(key);
+    ASSERT_NE(at, std::string::npos) << run.out;
+    double value = std::strtod(run.out.c_str() + at + key.size(), nullptr);
+
+    // A fraction of 1 keeps the points below the last s: nine of them.
+    const int n = 9;
+    double sumRatio = 0, up = 0, down = 0, f = 0;
+    std::vector<double> I(n), err(n), m(n), w(n);
+    for (int k = 0; k < n; ++k) {
+        double s = std::stod(std::to_string(0.01 * (k + 1))), x = 40.0 * s;
+        double amplitude = 3.0 * (std::sin(x) - x * std::cos(x)) / (x * x * x);
+        I[k] = std::stod(std::to_string(100.0 / (k + 1)));  // as the file holds it
+        err[k] = std::stod(std::to_string(1.0 + 0.1 * (k + 1)));
+        m[k] = amplitude * amplitude;
+        sumRatio += (I[k] / err[k]) * (I[k] / err[k]);
+    }
+    for (int k = 0; k < n; ++k) {
+        w[k] = (1.0 / err[k]) / std::sqrt(sumRatio);
+        up += I[k] * m[k] * w[k] * w[k];
+        down += m[k] * w[k] * m[k] * w[k];
+    }
+    const double scale = up / down;
+    for (int k = 0; k < n; ++k) f += ((I[k] - scale * m[k]) * w[k]) * ((I[k] - scale * m[k]) * w[k]);
+    EXPECT_NEAR(value, f, 1e-12 * f) << run.out;
 }
 
 }  // namespace
