@@ -12,6 +12,7 @@
 #include "scatter/model_curves.h"
 #include "scatter/parameter_vector.h"
 #include "scatter/phases.h"
+#include "scatter/result_files.h"
 #include "scatter/session_dialogue.h"
 
 #include <algorithm>
@@ -41,6 +42,20 @@ void modelPhasesOfTable(ModelPhase* phases, int& nPhase) {
 
 namespace {
 
+// The outputs of a call at a high message level.
+void writeResults(int level) {
+    if (level >= 11) {
+        writePamFile();
+        writeStrFile();
+    }
+    if (level >= 10) writeFitFile();
+    if (level >= 11) {
+        writeLogRows();
+        showResultTable();
+        closeLog();
+    }
+}
+
 // The second description of the phases in a TEST run, always from the
 // terminal; nVar keeps the count of the first description.
 void secondDescription(double* x) {
@@ -67,6 +82,7 @@ void simulateTestCurve(double* x) {
         for (int k = 0; k < n; ++k) fitCurve.Err[k] = fitCurve.I[k] * FitSession.noiseT;
     }
     computeWeights();
+    writeTestData();
     secondDescription(x);
 }
 
@@ -75,8 +91,10 @@ void simulateTestCurve(double* x) {
 double vardeneSessionCall(double* x) {
     restoreFitSysinf();
     if (E4DataSet.iStat(30) == 0) {
-        if (FitSession.firstTime) runSessionPartA();
+        const bool firstPass = FitSession.firstTime;
+        if (firstPass) runSessionPartA();
         runSessionPartB(x);
+        if (firstPass) writeLogHeader();
     }
     unpackParameters(x);
     if (E4DataSet.nVar() == 0 || fitCurve.nPts < 2) return 0.0;
@@ -92,5 +110,6 @@ double vardeneSessionCall(double* x) {
     if (FitSession.testMode == 'Y' && E4DataSet.iStat(30) == 0) simulateTestCurve(x);
     const double f = objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
     if (E4DataSet.iStat(7) >= 10) fitDeviation(fitCurve.I, fitCurve.Err, fitCurve.nPts);
+    writeResults(E4DataSet.iStat(7));
     return f;
 }

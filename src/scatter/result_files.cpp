@@ -1,0 +1,159 @@
+// Result files of the fit: the phase rows, test.dat, the .pam, .str and .fit
+// files, the log header and rows, and the result table on the terminal.
+#include "scatter/result_files.h"
+
+#include "monitor/e4dataset.h"
+#include "monitor/sysinf.h"
+#include "platform/units.h"
+#include "scatter/answers_file.h"
+#include "scatter/measured_curve.h"
+#include "scatter/model_curves.h"
+#include "scatter/phases.h"
+#include "scatter/structure_factor.h"
+#include "textfile/number_text.h"
+#include "textfile/string_tools.h"
+
+#include <string>
+
+namespace {
+
+constexpr int kPamChannel = 11, kFitChannel = 15, kLogChannel = 16, kTestChannel = 21;
+constexpr int kTableChannel = 8;
+
+std::string trimmed(const std::string& s) { return s.substr(0, static_cast<std::size_t>(R02LEN(s))); }
+
+void openFile(int channel, const std::string& name, unit::Position position = unit::Position::AsIs) {
+    unit::OpenSpec spec{unit::Status::Unknown, unit::Access::Sequential, position};
+    if (position == unit::Position::AsIs) spec.status = unit::Status::Replace;
+    unit::open(channel, name, spec);
+}
+
+// The file name of a result: baseName with the extension, or the fixed
+// test name in a TEST run.
+std::string resultName(const char* extension) {
+    if (FitSession.testMode == 'Y') return std::string("test") + extension;
+    return trimmed(fitCurve.baseName) + extension;
+}
+
+// Intensity of phase j at point k from the array of its type.
+double phaseCurve(int j, int k) {
+    switch (PhaseTable.phaseType[static_cast<std::size_t>(j)]) {
+        case kPhaseSphere: return ModelCurves.sphInt[j][k];
+        case kPhaseCylinder: return ModelCurves.cylInt[j][k];
+        case kPhaseDumbbell: return ModelCurves.dmbInt[j][k];
+        case kPhaseEllipsoid: return ModelCurves.elpInt[j][k];
+        default: return 0.0;
+    }
+}
+
+}  // namespace
+
+void writePhaseRows(int channel, bool withSigma) {
+    const PhaseTableRecord& t = PhaseTable;
+    const double sigma = ModelCurves.sigmaFit;
+    for (int p = 0; p < t.nPhase; ++p) {
+        const auto i = static_cast<std::size_t>(p);
+        const int j = p + 1;
+        FmtItems items;
+        std::string format;
+        switch (t.phaseType[i]) {
+            case kPhaseSphere:
+                items = {j, "SPH", t.Vf[i].value, t.Rin[i].value, t.roin[i].value, t.Rout[i].value,
+                         t.roout[i].value, t.dR[i].value, t.Rhs[i].value, t.tau[i].value, t.iDist[i]};
+                format = "(I2,A3,8F9.2,I5";
+                break;
+            case kPhaseCylinder:
+                items = {j, "CYL", t.Vf[i].value, t.RinC[i].value, t.roin[i].value, t.RoutC[i].value,
+                         t.roout[i].value, t.dR[i].value, t.Len[i], t.iDist[i]};
+                format = "(I2,A3,7F9.2,I5";
+                break;
+            case kPhaseDumbbell:
+                items = {j, "DMB", t.Vf[i].value, t.Rin[i].value, t.roin[i].value, t.Rout[i].value,
+                         t.roout[i].value, t.dR[i].value, t.iDist[i]};
+                format = "(I2,A3,6F9.2,I5";
+                break;
+            case kPhaseEllipsoid:
+                items = {j, "ELL", t.Vf[i].value, t.Rell[i].value, t.nu[i].value};
+                format = "(I2,A3,3F9.2";
+                break;
+            default: continue;  // a phase of no type has no row
+        }
+        if (withSigma) {
+            items.emplace_back(sigma);
+            format += ",F12.4";
+        }
+        writeItems(channel, format + ")", items);
+    }
+}
+
+void writeTestData() {
+    openFile(kTestChannel, "test.dat");
+    writePhaseRows(kTestChannel, false);
+    for (int k = 0; k < fitCurve.nPts; ++k)
+        write(kTestChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], fitCurve.Err[k]);
+    unit::close(kTestChannel);
+}
+
+void writePamFile() {
+    openFile(kPamChannel, resultName(".pam"));
+    writePhaseRows(kPamChannel, false);
+    for (int k = 0; k < fitCurve.nPts; ++k) {
+        std::string line;
+        for (int j = -1; j < PhaseTable.nPhase; ++j) {
+            std::string text(32, ' ');
+            int len = 0, err = 0;
+            R02R2C3(text, 0, j < 0 ? fitCurve.s[k] : phaseCurve(j, k), len, 0, err);
+            line += text.substr(0, static_cast<std::size_t>(std::max(len, 0))) + " ";
+        }
+        if (line.size() > 256) line.resize(256);
+        write(kPamChannel, "(1X,A)", trimmed(line));
+    }
+    unit::close(kPamChannel);
+}
+
+void writeStrFile() {
+    openFile(kPamChannel, resultName(".str"));
+    write(kPamChannel, "(2X,A3,F6.3,2F8.2)", fitCurve.dataName.substr(0, 3), strFacLast.etaLast,
+          strFacLast.RhsLast, strFacLast.tauLast);
+    const bool sphere = PhaseTable.nPhase > 0 && PhaseTable.phaseType[0] == kPhaseSphere;
+    for (int k = 0; k < fitCurve.nPts; ++k)
+        write(kPamChannel, "(3(1P,G15.7))", fitCurve.s[k], sphere ? ModelCurves.strFac[0][k] : 0.0);
+    unit::close(kPamChannel);
+}
+
+void writeFitFile() {
+    openFile(kFitChannel, resultName(".fit"));
+    writePhaseRows(kFitChannel, true);
+    for (int k = 0; k < fitCurve.nPts; ++k)
+        write(kFitChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], ModelCurves.scaleB * ModelCurves.sumCurve[k]);
+    unit::close(kFitChannel);
+}
+
+void writeLogHeader() {
+    openFile(kLogChannel, "vardene.log", unit::Position::Append);
+    write(kLogChannel, "(1X,98('-'))");
+    writeList(kLogChannel, padded("  " + trimmed(FitSession.seriesTitle), 62));
+    writeList(kLogChannel, padded("  " + trimmed(FitSession.seriesComment), 62));
+    writeList(kLogChannel, " VARDENE started:     ", dateTimeText());
+    nameValueLineReal(kLogChannel, "Water  concentration", FitSession.cSys, 60, '.', 1, 3, 1);
+    write(kLogChannel, "(A)", " Name   Parameters of phase");
+    write(kLogChannel, "(1X,98('-'))");
+    unit::close(kLogChannel);
+}
+
+void writeLogRows() {
+    openFile(kLogChannel, "vardene.log", unit::Position::Append);
+    writePhaseRows(kLogChannel, true);
+}
+
+void closeLog() { unit::close(kLogChannel); }
+
+void showResultTable() {
+    const int out = sysinf.outUnit;
+    write(out, "(A)", " Comp     Vf       Rin     roin     Rout     roout     dR");
+    unit::open(kTableChannel, resultName(".fit"), unit::OpenSpec{unit::Status::Old});
+    std::string row;
+    for (int p = 0; p < PhaseTable.nPhase && unit::readRecord(kTableChannel, row) == 0; ++p)
+        write(out, "(A72)", padded(row, 128));  // read into a field of 128 characters
+    unit::close(kTableChannel);
+}

@@ -1,0 +1,17 @@
+// Result files of the fit: phase rows, test.dat, .pam, .str, .fit, the log
+// vardene.log, and the result table on the terminal.
+#pragma once
+
+// One row per phase in its edit notation, with sigmaFit at the end when asked.
+void writePhaseRows(int channel, bool withSigma);
+void writeTestData();
+void writePamFile();
+void writeStrFile();
+void writeFitFile();
+// The header of the log, written on the first pass of the curve dialogue.
+void writeLogHeader();
+// The phase rows with sigmaFit appended to the log, which stays open.
+void writeLogRows();
+void closeLog();
+// The heading and the first 72 characters of the phase rows of the .fit file.
+void showResultTable();
