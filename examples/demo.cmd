@@ -11,5 +11,8 @@ LOAD,FILE=fixed.inp,IFIXER
 METHOD,N-M
 RUN
 REPORT,TERMINAL,DATA
+! At message level 11 EVALUATE writes synsphere.fit, .pam, .str, the log
+! vardene.log, and shows the result table.
+MESSAGE,11
 EVALUATE
 EXIT

@@ -51,6 +51,13 @@ TEST(ScatteringFit, DemoRecoversTheRadiusAndTheWidthOfTheSpheres) {
     EXPECT_EQ(x[0], 1.0);
     EXPECT_EQ(x[4], 1.0);
     EXPECT_EQ(x[1], 0.0);
+    // MESSAGE,11 and EVALUATE wrote the result files and the table.
+    std::string fit = fileText(dir + "/synsphere.fit");
+    EXPECT_EQ(fit.substr(0, 5), " 1SPH") << fit;
+    EXPECT_NE(fileText(dir + "/vardene.log").find(" 1SPH"), std::string::npos);
+    EXPECT_FALSE(fileText(dir + "/synsphere.pam").empty());
+    EXPECT_NE(run.out.find(" Comp     Vf       Rin     roin     Rout     roout     dR\n 1SPH"),
+              std::string::npos);
 }
 
 // The first value of the fit, from the trace line at message level 5,
