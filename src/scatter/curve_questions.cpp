@@ -1,6 +1,7 @@
 // The questions of the curve input at the terminal: terminalAskInt,
 // terminalAskReal, terminalAskInt2, terminalAskName, setCurveQuestions.
 #include "scatter/measured_curve.h"
+#include "scatter/measured_curve_steps.h"
 
 #include "monitor/console_layer.h"
 #include "platform/edit_format.h"
@@ -31,20 +32,6 @@ bool replyLine(std::string& reply, int& length) {
     return status == 0;
 }
 
-std::vector<std::string> replyWords(std::string_view reply) {
-    std::vector<std::string> words;
-    std::string word;
-    for (char c : reply) {
-        if (c == ' ' || c == ',' || c == ';' || c == '\t') {
-            if (!word.empty()) words.push_back(word);
-            word.clear();
-        } else {
-            word += c;
-        }
-    }
-    if (!word.empty()) words.push_back(word);
-    return words;
-}
 
 void terminalAskInt2(std::string_view prompt, int& first, int& last) {
     for (;;) {
@@ -53,7 +40,7 @@ void terminalAskInt2(std::string_view prompt, int& first, int& last) {
         std::string reply;
         int length = 0;
         if (!replyLine(reply, length)) return;
-        const std::vector<std::string> words = replyWords(reply.substr(0, length));
+        const std::vector<std::string> words = separatedWords(reply.substr(0, length));
         int a = first;
         int b = last;
         bool good = true;

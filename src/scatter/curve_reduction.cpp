@@ -10,6 +10,8 @@
 #include "textfile/string_tools.h"
 
 #include <cmath>
+#include <string>
+#include <vector>
 
 FitCurve fitCurve;
 RawCurve rawCurve;
@@ -113,6 +115,21 @@ void makePositiveAndWeigh() {
     makePositive(fitCurve.Err, n, eps);
     writeList(-1, " Err(1), Err(last):", fitCurve.Err[0], fitCurve.Err[n - 1]);
     computeWeights();
+}
+
+std::vector<std::string> separatedWords(std::string_view text) {
+    std::vector<std::string> words;
+    std::string word;
+    for (char c : text) {
+        if (c == ' ' || c == '\t' || c == ',' || c == ';') {
+            if (!word.empty()) words.push_back(word);
+            word.clear();
+        } else {
+            word += c;
+        }
+    }
+    if (!word.empty()) words.push_back(word);
+    return words;
 }
 
 void computeWeights() {

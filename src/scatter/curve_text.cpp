@@ -1,6 +1,7 @@
 // The text data reader LOADATF: the scan for the run of numeric lines, the
 // header line, the free-form read of the columns and the "SAS" filter.
 #include "scatter/measured_curve.h"
+#include "scatter/measured_curve_steps.h"
 
 #include "monitor/console_layer.h"
 #include "numlib/machine_constants.h"
@@ -22,20 +23,6 @@ struct DataRun {
     int readStatus = 0;  // a read failure during the scan
 };
 
-std::vector<std::string> numberWords(std::string_view line) {
-    std::vector<std::string> words;
-    std::string word;
-    for (char c : line) {
-        if (c == ' ' || c == '\t' || c == ',' || c == ';') {
-            if (!word.empty()) words.push_back(word);
-            word.clear();
-        } else {
-            word += c;
-        }
-    }
-    if (!word.empty()) words.push_back(word);
-    return words;
-}
 
 std::string withoutComment(const std::string& line) {
     return line.substr(0, line.find('!'));
@@ -44,7 +31,7 @@ std::string withoutComment(const std::string& line) {
 // Number of words when every word is a number and there are at least two;
 // 0 for a line that is no data line.
 int numericWords(std::string_view line) {
-    const std::vector<std::string> words = numberWords(line);
+    const std::vector<std::string> words = separatedWords(line);
     if (words.size() < 2) return 0;
     for (const std::string& w : words) {
         double v = 0.0;
@@ -82,7 +69,7 @@ DataRun scanForRun(int channel) {
 }
 
 bool hasWord(std::string_view mode, std::string_view key) {
-    for (const std::string& w : numberWords(mode))
+    for (const std::string& w : separatedWords(mode))
         if (R02EQ(w, key, 1)) return true;
     return false;
 }

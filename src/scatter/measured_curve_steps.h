@@ -2,6 +2,10 @@
 // convertAngularUnits, askFraction, reduceCurve, makePositiveAndWeigh.
 #pragma once
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "scatter/measured_curve.h"
 
 #include <string_view>
@@ -21,3 +25,6 @@ void reduceCurve(int count);
 void makePositiveAndWeigh();
 // The weights w = (1/Err) / sqrt(sum of (I/Err)^2) of fitCurve.
 void computeWeights();
+// The words of a reply or a data line, separated by blanks, tabs, commas
+// and semicolons.
+std::vector<std::string> separatedWords(std::string_view text);
