@@ -16,7 +16,7 @@ test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
 demo: build
-	@mkdir -p demo-output
+	@rm -rf demo-output && mkdir -p demo-output
 	cp data/zemok.hlp examples/demo.cmd examples/synthetic/synsphere.dat \
 	   examples/synthetic/vardene.ans examples/synthetic/fixed.inp demo-output/
 	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd /UC=vardene.ans < /dev/null | tee demo-transcript.txt

@@ -12,7 +12,7 @@ METHOD,N-M
 RUN
 REPORT,TERMINAL,DATA
 ! At message level 11 EVALUATE writes synsphere.fit, .pam, .str, the log
-! vardene.log, and shows the result table.
+! vardene.log and the picture synsphere.svg, and shows the result table.
 MESSAGE,11
 EVALUATE
 EXIT

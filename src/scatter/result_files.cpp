@@ -1,11 +1,12 @@
 // Result files of the fit: the phase rows, test.dat, the .pam, .str and .fit
-// files, the log header and rows, and the result table on the terminal.
+// files, the log header and rows, the picture and the result table on the terminal.
 #include "scatter/result_files.h"
 
 #include "monitor/e4dataset.h"
 #include "monitor/sysinf.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"
+#include "scatter/fit_picture.h"
 #include "scatter/measured_curve.h"
 #include "scatter/model_curves.h"
 #include "scatter/phases.h"
@@ -13,6 +14,8 @@
 #include "textfile/number_text.h"
 #include "textfile/string_tools.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 
 namespace {
@@ -156,4 +159,27 @@ void showResultTable() {
     for (int p = 0; p < PhaseTable.nPhase && unit::readRecord(kTableChannel, row) == 0; ++p)
         write(out, "(A72)", padded(row, 128));  // read into a field of 128 characters
     unit::close(kTableChannel);
+}
+
+void drawResultPicture() {
+    static double noCurve[kMaxPoints];  // a phase of no type draws as zero
+    std::array<const double*, kMaxPhases> phaseI{};
+    std::array<int, kMaxPhases> phaseType{};
+    const int nPhase = std::min(PhaseTable.nPhase, kMaxPhases);
+    for (int j = 0; j < nPhase; ++j) {
+        const int type = PhaseTable.phaseType[static_cast<std::size_t>(j)];
+        phaseType[static_cast<std::size_t>(j)] = type;
+        const double* curve = noCurve;
+        if (type == kPhaseSphere) curve = ModelCurves.sphInt[j];
+        if (type == kPhaseCylinder) curve = ModelCurves.cylInt[j];
+        if (type == kPhaseDumbbell) curve = ModelCurves.dmbInt[j];
+        if (type == kPhaseEllipsoid) curve = ModelCurves.elpInt[j];
+        phaseI[static_cast<std::size_t>(j)] = curve;
+    }
+    std::array<double, kMaxPoints> fitted{};
+    const int nPts = std::min(fitCurve.nPts, kMaxPoints);
+    for (int k = 0; k < nPts; ++k)
+        fitted[static_cast<std::size_t>(k)] = ModelCurves.scaleB * ModelCurves.sumCurve[k];
+    DrawFitPicture(nPts, fitCurve.s, fitCurve.I, fitted.data(), nPhase, phaseI.data(), phaseType.data(),
+                   resultName(""));
 }

@@ -1,5 +1,5 @@
 // Result files of the fit: phase rows, test.dat, .pam, .str, .fit, the log
-// vardene.log, and the result table on the terminal.
+// vardene.log, the picture of the fit and the result table on the terminal.
 #pragma once
 
 // One row per phase in its edit notation, with sigmaFit at the end when asked.
@@ -13,5 +13,8 @@ void writeLogHeader();
 // The phase rows with sigmaFit appended to the log, which stays open.
 void writeLogRows();
 void closeLog();
+// The picture of the fit, <base>.svg beside the .fit file (test.svg in a
+// TEST run): measured, fitted and phase curves on log10 intensity.
+void drawResultPicture();
 // The heading and the first 72 characters of the phase rows of the .fit file.
 void showResultTable();

@@ -12,6 +12,7 @@
 #include "scatter/model_curves.h"
 #include "scatter/parameter_vector.h"
 #include "scatter/phases.h"
+#include "scatter/plot_layer.h"
 #include "scatter/result_files.h"
 #include "scatter/session_dialogue.h"
 
@@ -51,7 +52,9 @@ void writeResults(int level) {
     if (level >= 10) writeFitFile();
     if (level >= 11) {
         writeLogRows();
+        drawResultPicture();
         showResultTable();
+        WaitClose();  // the end of the plot session
         closeLog();
     }
 }

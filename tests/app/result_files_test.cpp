@@ -33,7 +33,8 @@ TEST(ResultFiles, LevelElevenWritesEveryFileAndTheTable) {
     std::string dir = freshFolder("results");
     writeFile(dir + "/curve.dat", curveFile());
     writeFile(dir + "/run.ans", "Title\nComment\nEXPERIMENT\n" + kPhases + "2\ncurve.dat\n1\n1.0\n");
-    ZemokRun run = runZemok("MESSAGE,11\nPROBLEM,USER\nN\nEVALUATE\nEXIT\nY\nY\n", {"/UC=run.ans"}, dir);
+    // Each call at level 11 ends its plot session by reading one line (CR).
+    ZemokRun run = runZemok("MESSAGE,11\nPROBLEM,USER\nN\n\nEVALUATE\n\nEXIT\nY\nY\n", {"/UC=run.ans"}, dir);
     // Vf 3 and 1 are normalized to 0.75 and 0.25; the radius 1e7 does not fit
     // F9.2 and shows as asterisks.
     std::string fit = fileText(dir + "/curve.fit");
@@ -65,6 +66,49 @@ TEST(ResultFiles, LevelElevenWritesEveryFileAndTheTable) {
                            " 1DMB     0.75     0.00     0.00*********"),
               std::string::npos)
         << run.out;
+}
+
+std::size_t count(const std::string& text, const std::string& what) {
+    std::size_t n = 0;
+    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+    return n;
+}
+
+// The first value of the example answers file at MESSAGE,11: the four files
+// and the picture, the table behind the picture, the CR that ends the plot
+// session, and the session going on to EXIT.
+TEST(ResultFiles, FirstEvaluationOfTheExampleAtLevelEleven) {
+    std::string dir = freshFolder("example11");
+    for (const char* f : {"synsphere.dat", "vardene.ans"})
+        writeFile(dir + "/" + f, fileText(std::string(ZEMOK_SOURCE_DIR) + "/examples/synthetic/" + f));
+    ZemokRun run = runZemok("MESSAGE,11\nPROBLEM,USER\nN\n\nMESSAGE,1\nEXIT\nY\nY\n", {"/UC=vardene.ans"}, dir);
+    EXPECT_EQ(run.exitCode, 0);
+    // The start of the answers file: Vf 1, Rin 0, roin 0, Rout 40, roout 1,
+    // dR 4, Rhs 0; A72 stops inside the field of tau.
+    EXPECT_NE(run.out.find(" Graphics Window written to synsphere.svg\n"
+                           " Comp     Vf       Rin     roin     Rout     roout     dR\n"
+                           " 1SPH     1.00     0.00     0.00    40.00     1.00     4.00     0.00    \n"
+                           " Press CR to terminate the program\n"
+                           " 8-dimensional user's problem\n"
+                           " Function no. 20,       1 value ="),
+              std::string::npos)
+        << run.out;
+    EXPECT_NE(run.out.find(" E4MAIN --- Normal termination\n"), std::string::npos);
+    // The row, then the 100 points of the reduced curve.
+    std::string fit = fileText(dir + "/synsphere.fit");
+    EXPECT_EQ(fit.substr(0, 82), " 1SPH     1.00     0.00     0.00    40.00     1.00     4.00     0.00     0.00    2") << fit;
+    EXPECT_EQ(count(fit, "\n"), 101u);
+    EXPECT_EQ(count(fileText(dir + "/synsphere.pam"), "\n"), 101u);
+    EXPECT_EQ(count(fileText(dir + "/synsphere.str"), "\n"), 101u);
+    EXPECT_EQ(count(fileText(dir + "/vardene.log"), " 1SPH"), 1u);
+    // Measured, fitted and phase curve: a legend each and a marker on each
+    // of the 100 points (c, d and r in the colours 9, 12 and 13).
+    std::string svg = fileText(dir + "/synsphere.svg");
+    for (const char* legend : {">(1) Exp<", ">(2) Fit<", ">(3) 1SPH<", ">PLOT<"})
+        EXPECT_EQ(count(svg, legend), 1u) << legend;
+    EXPECT_EQ(count(svg, "fill=\"none\" stroke=\"#5555FF\""), 100u + 1u);  // and its polyline
+    EXPECT_EQ(count(svg, "rx=\"2\" ry=\"2\" fill=\"#FF5555\""), 100u);
+    EXPECT_EQ(count(svg, "height=\"4\" fill=\"none\" stroke=\"#FF55FF\""), 100u);
 }
 
 TEST(ResultFiles, TestRunUsesTheFixedNames) {

@@ -58,6 +58,18 @@ TEST(ScatteringFit, DemoRecoversTheRadiusAndTheWidthOfTheSpheres) {
     EXPECT_FALSE(fileText(dir + "/synsphere.pam").empty());
     EXPECT_NE(run.out.find(" Comp     Vf       Rin     roin     Rout     roout     dR\n 1SPH"),
               std::string::npos);
+    // The picture of the fit, and the end of its plot session: with no
+    // terminal input the end of input counts as the CR.
+    EXPECT_NE(run.out.find(" ==> EVALUATE\n Graphics Window written to synsphere.svg\n Comp "), std::string::npos);
+    EXPECT_NE(run.out.find(" Press CR to terminate the program\n 8-dimensional user's problem\n"), std::string::npos);
+    EXPECT_NE(run.out.find(" E4MAIN --- Normal termination\n"), std::string::npos);
+    std::string svg = fileText(dir + "/synsphere.svg");
+    EXPECT_EQ(svg.rfind("</svg>"), svg.size() - 7) << svg.substr(svg.size() - 20);
+    for (const char* legend : {">(1) Exp<", ">(2) Fit<", ">(3) 1SPH<", ">PLOT<", ">log I<", ">S<"})
+        EXPECT_NE(svg.find(legend), std::string::npos) << legend;
+    std::string check = "python3 -c \"import sys, xml.dom.minidom; xml.dom.minidom.parse(sys.argv[1])\" '" +
+                        dir + "/synsphere.svg'";
+    EXPECT_EQ(std::system(check.c_str()), 0);
 }
 
 // The first value of the fit, from the trace line at message level 5,

@@ -1,0 +1,203 @@
+// The result files of the fit written from a fixed model and curve, whole and
+// byte for byte: .pam, .str, .fit, the log, the table on the terminal, the
+// picture beside them, and the fixed names of a TEST run.
+#include "monitor/monitor.h"
+#include "platform/units.h"
+#include "scatter/measured_curve.h"
+#include "scatter/model_curves.h"
+#include "scatter/phases.h"
+#include "scatter/result_files.h"
+#include "scatter/structure_factor.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include <unistd.h>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Four phases, one of each type, and a fifth of no type, which has no row.
+// The sphere's Rout of 1e7 does not fit F9.2; its Vf of 0.126 shows as 0.13.
+void fixedModel() {
+    fitCurve.nPts = 2;
+    fitCurve.s[0] = 0.01, fitCurve.s[1] = 0.02;
+    fitCurve.I[0] = 100.0, fitCurve.I[1] = 50.0;
+    fitCurve.baseName = "fixed";
+    fitCurve.dataName = "fixed.dat";
+    PhaseTableRecord& t = PhaseTable;
+    t.nPhase = 5;
+    t.phaseType = {kPhaseCylinder, kPhaseSphere, kPhaseDumbbell, kPhaseEllipsoid, kPhaseNone};
+    t.Vf[0].value = 0.4, t.RinC[0].value = 10, t.roin[0].value = 1.5, t.RoutC[0].value = 20;
+    t.roout[0].value = -0.5, t.dR[0].value = 2, t.Len[0] = 400, t.iDist[0] = 2;
+    t.Vf[1].value = 0.126, t.Rin[1].value = 5, t.roin[1].value = 1, t.Rout[1].value = 1e7;
+    t.roout[1].value = 0.25, t.dR[1].value = 3.456, t.Rhs[1].value = 55, t.tau[1].value = 0.1;
+    t.iDist[1] = 1;
+    t.Vf[2].value = 0.2, t.Rin[2].value = 6, t.roin[2].value = 1.5, t.Rout[2].value = 20;
+    t.roout[2].value = 0.75, t.dR[2].value = 2, t.iDist[2] = 1;
+    t.Vf[3].value = 0.174, t.Rell[3].value = 70, t.nu[3].value = 1.5;
+    ModelCurves.cylInt[0][0] = 2.5, ModelCurves.cylInt[0][1] = 1.25;
+    ModelCurves.sphInt[1][0] = 1000, ModelCurves.sphInt[1][1] = 0.001;
+    ModelCurves.dmbInt[2][0] = -3, ModelCurves.dmbInt[2][1] = 0;
+    ModelCurves.elpInt[3][0] = 12345.678, ModelCurves.elpInt[3][1] = 7;
+    ModelCurves.sumCurve[0] = 40, ModelCurves.sumCurve[1] = 20;
+    ModelCurves.scaleB = 2.5;
+    ModelCurves.sigmaFit = 1.23456;
+    strFacLast.etaLast = 0.1234, strFacLast.RhsLast = 55.5, strFacLast.tauLast = 0.1;
+}
+
+// The phase rows in their edit notation, without sigmaFit.
+const std::string kCyl = " 1CYL     0.40    10.00     1.50    20.00    -0.50     2.00   400.00    2";
+const std::string kSph = " 2SPH     0.13     5.00     1.00*********     0.25     3.46    55.00     0.10    1";
+const std::string kDmb = " 3DMB     0.20     6.00     1.50    20.00     0.75     2.00    1";
+const std::string kEll = " 4ELL     0.17    70.00     1.50";
+const std::string kSigma = "      1.2346";  // F12.4
+const std::string kRowsWithSigma =
+    kCyl + kSigma + "\n" + kSph + kSigma + "\n" + kDmb + kSigma + "\n" + kEll + kSigma + "\n";
+
+class ResultFilesTest : public ::testing::Test {
+protected:
+    void SetUp() override {
+        resetProgramState();
+        home = fs::current_path();
+        dir = fs::path(::testing::TempDir()) / ("rf_" + std::to_string(::getpid()) + "_" +
+                                                ::testing::UnitTest::GetInstance()->current_test_info()->name());
+        fs::remove_all(dir);
+        fs::create_directories(dir);
+        fs::current_path(dir);
+        unit::setTerminal(&in, &out);
+        fixedModel();
+    }
+    void TearDown() override {
+        unit::resetUnits();
+        fs::current_path(home);
+        fs::remove_all(dir);
+        resetProgramState();
+    }
+    static std::string text(const std::string& name) {
+        std::ifstream f(name);
+        std::stringstream ss;
+        ss << f.rdbuf();
+        return ss.str();
+    }
+    std::istringstream in;
+    std::ostringstream out;
+    fs::path home, dir;
+};
+
+TEST_F(ResultFilesTest, PamHoldsThePhaseRowsAndTheUnscaledPhaseCurves) {
+    writePamFile();
+    // R02R2C3 with fmt 0 for s and each phase, one blank behind each text;
+    // the phase of no type contributes zeros.
+    EXPECT_EQ(text("fixed.pam"),
+              kCyl + "\n" + kSph + "\n" + kDmb + "\n" + kEll + "\n" +
+                  "  1.000e-002  2.500e+000  1.000e+003 -3.000e+000  1.235e+004  0.000e+000\n"
+                  "  2.000e-002  1.250e+000  1.000e-003  0.000e+000  7.000e+000  0.000e+000\n");
+}
+
+TEST_F(ResultFilesTest, StrIsAllZeroWhenPhaseOneIsNoSphere) {
+    ModelCurves.strFac[0][0] = 0.5;  // left over from an earlier sphere
+    writeStrFile();
+    // (2X,A3,F6.3,2F8.2), then (3(1P,G15.7)); G15.7 of 0 is F11.6 and 4 blanks.
+    EXPECT_EQ(text("fixed.str"),
+              "  fix 0.123   55.50    0.10\n"
+              "  1.0000000E-02   0.000000    \n"
+              "  2.0000000E-02   0.000000    \n");
+}
+
+TEST_F(ResultFilesTest, StrShowsTheFactorOfASpherePhaseOne) {
+    PhaseTable.phaseType[0] = kPhaseSphere;
+    ModelCurves.strFac[0][0] = 0.5, ModelCurves.strFac[0][1] = 1.25;
+    writeStrFile();
+    // G15.7 of 0.5 is F11.7 and of 1.25 F11.6, each with 4 blanks behind.
+    EXPECT_EQ(text("fixed.str"),
+              "  fix 0.123   55.50    0.10\n"
+              "  1.0000000E-02  0.5000000    \n"
+              "  2.0000000E-02   1.250000    \n");
+}
+
+TEST_F(ResultFilesTest, FitHoldsRowsWithSigmaAndTheScaledModel) {
+    writeFitFile();
+    EXPECT_EQ(text("fixed.fit"), kRowsWithSigma +
+                                     "  0.1000000D-01  0.1000000D+03  0.1000000D+03\n"
+                                     "  0.2000000D-01  0.5000000D+02  0.5000000D+02\n");
+}
+
+TEST_F(ResultFilesTest, LogHeaderOnceThenOneSetOfRowsPerCall) {
+    FitSession.seriesTitle = "Series A";
+    FitSession.seriesComment = "Two spheres";
+    FitSession.cSys = 0.25;
+    writeLogHeader();
+    for (int call = 0; call < 2; ++call) {
+        writeLogRows();
+        closeLog();
+    }
+    std::istringstream log(text("vardene.log"));
+    std::string dashes = " " + std::string(98, '-');
+    std::string line;
+    auto next = [&] {
+        std::getline(log, line);
+        return line;
+    };
+    EXPECT_EQ(next(), dashes);
+    // Free-form texts of 62 characters behind the one leading blank.
+    EXPECT_EQ(next(), "   Series A" + std::string(52, ' '));
+    EXPECT_EQ(next(), "   Two spheres" + std::string(49, ' '));
+    // The date and time text changes; its frame does not.
+    next();
+    EXPECT_EQ(line.substr(0, 23), "  VARDENE started:     ");
+    EXPECT_EQ(line.size(), 23u + 24u);
+    EXPECT_EQ(line.substr(23 + 13, 3), "   ");
+    // ':' in column 58, the value (nInt 1, nFrac 3, fmt 1) from column 60.
+    EXPECT_EQ(next(), " Water  concentration " + std::string(34, '.') + "  : 0.2500");
+    EXPECT_EQ(next(), " Name   Parameters of phase");
+    EXPECT_EQ(next(), dashes);
+    std::string rest((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
+    EXPECT_EQ(rest, kRowsWithSigma + kRowsWithSigma);
+}
+
+TEST_F(ResultFilesTest, TableShowsSeventyTwoColumnsOfEachRow) {
+    writeFitFile();
+    showResultTable();
+    // A72 of the first nPhase lines read back: long rows are cut, short ones
+    // padded.  The phase of no type has no row, so the fifth line read is the
+    // first point of the curve.
+    const std::string head = " Comp     Vf       Rin     roin     Rout     roout     dR\n";
+    std::string cyl = kCyl.substr(0, 72);
+    std::string sph = kSph.substr(0, 72);
+    std::string dmb = (kDmb + kSigma).substr(0, 72);
+    std::string ell = kEll + kSigma + std::string(72 - kEll.size() - kSigma.size(), ' ');
+    std::string point = "  0.1000000D-01  0.1000000D+03  0.1000000D+03" + std::string(27, ' ');
+    EXPECT_EQ(out.str(), head + cyl + "\n" + sph + "\n" + dmb + "\n" + ell + "\n" + point + "\n");
+    EXPECT_EQ(dmb, " 3DMB     0.20     6.00     1.50    20.00     0.75     2.00    1      1.");
+}
+
+TEST_F(ResultFilesTest, PictureStandsBesideTheFitFile) {
+    drawResultPicture();
+    EXPECT_EQ(out.str(), " Graphics Window written to fixed.svg\n");
+    std::string svg = text("fixed.svg");
+    // One legend per curve, written with its trailing blanks cut.
+    for (const char* legend : {"(1) Exp<", "(2) Fit<", "(3) 1CYL<", "(4) 2SPH<", "(5) 3DMB<", "(6) 4ELL<", "(7) 5<"})
+        EXPECT_NE(svg.find(legend), std::string::npos) << legend;
+    EXPECT_EQ(svg.find("(8)"), std::string::npos);
+}
+
+TEST_F(ResultFilesTest, TestRunWritesTheFixedNames) {
+    FitSession.testMode = 'Y';
+    writePamFile();
+    writeStrFile();
+    writeFitFile();
+    drawResultPicture();
+    for (const char* name : {"test.pam", "test.str", "test.fit", "test.svg"})
+        EXPECT_TRUE(fs::exists(name)) << name;
+    for (const char* name : {"fixed.pam", "fixed.str", "fixed.fit", "fixed.svg"})
+        EXPECT_FALSE(fs::exists(name)) << name;
+    EXPECT_EQ(text("test.fit").substr(0, kRowsWithSigma.size()), kRowsWithSigma);
+}
+
+}  // namespace
