@@ -187,6 +187,14 @@ TEST_F(ResultFilesTest, PictureStandsBesideTheFitFile) {
     EXPECT_EQ(svg.find("(8)"), std::string::npos);
 }
 
+TEST_F(ResultFilesTest, TestDataHoldsRowsAndTheSimulatedCurveWithErrors) {
+    fitCurve.Err[0] = 2.5, fitCurve.Err[1] = 0.125;
+    writeTestData();
+    EXPECT_EQ(text("test.dat"), kCyl + "\n" + kSph + "\n" + kDmb + "\n" + kEll + "\n" +
+                                    "  0.1000000D-01  0.1000000D+03  0.2500000D+01\n"
+                                    "  0.2000000D-01  0.5000000D+02  0.1250000D+00\n");
+}
+
 TEST_F(ResultFilesTest, TestRunWritesTheFixedNames) {
     FitSession.testMode = 'Y';
     writePamFile();
