@@ -108,8 +108,7 @@ void writePamFile() {
             R02R2C3(text, 0, j < 0 ? fitCurve.s[k] : phaseCurve(j, k), len, 0, err);
             line += text.substr(0, static_cast<std::size_t>(std::max(len, 0))) + " ";
         }
-        if (line.size() > 256) line.resize(256);
-        write(kPamChannel, "(1X,A)", trimmed(line));
+        write(kPamChannel, "(1X,A)", padded(line, 256));  // the whole field, cut or blank-filled
     }
     unit::close(kPamChannel);
 }

@@ -93,11 +93,30 @@ protected:
 TEST_F(ResultFilesTest, PamHoldsThePhaseRowsAndTheUnscaledPhaseCurves) {
     writePamFile();
     // R02R2C3 with fmt 0 for s and each phase, one blank behind each text;
-    // the phase of no type contributes zeros.
+    // the phase of no type contributes zeros.  A writes the whole field of
+    // 256 characters behind the 1X.
+    const std::string fill(256 - 6 * 12, ' ');
     EXPECT_EQ(text("fixed.pam"),
               kCyl + "\n" + kSph + "\n" + kDmb + "\n" + kEll + "\n" +
-                  "  1.000e-002  2.500e+000  1.000e+003 -3.000e+000  1.235e+004  0.000e+000\n"
-                  "  2.000e-002  1.250e+000  1.000e-003  0.000e+000  7.000e+000  0.000e+000\n");
+                  "  1.000e-002  2.500e+000  1.000e+003 -3.000e+000  1.235e+004  0.000e+000 " + fill + "\n" +
+                  "  2.000e-002  1.250e+000  1.000e-003  0.000e+000  7.000e+000  0.000e+000 " + fill + "\n");
+}
+
+TEST_F(ResultFilesTest, PamLineIsTheFieldOfTwoHundredFiftySixCharacters) {
+    // Ten phases of negative intensities: eleven texts of 11 characters and
+    // a blank, 132 characters, well inside the field.
+    PhaseTable.nPhase = 10;
+    for (int j = 0; j < 10; ++j) {
+        PhaseTable.phaseType[static_cast<std::size_t>(j)] = kPhaseEllipsoid;
+        ModelCurves.elpInt[j][0] = -1.5e-300;
+    }
+    writePamFile();
+    std::istringstream pam(text("fixed.pam"));
+    std::string line;
+    for (int row = 0; row < 11; ++row) std::getline(pam, line);  // ten phase rows
+    EXPECT_EQ(line.size(), 257u);
+    EXPECT_EQ(line.substr(0, 25), "  1.000e-002 -1.500e-300 ");
+    EXPECT_EQ(line.find_last_not_of(' '), 131u);
 }
 
 TEST_F(ResultFilesTest, StrIsAllZeroWhenPhaseOneIsNoSphere) {
