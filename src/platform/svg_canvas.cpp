@@ -8,6 +8,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <utility>
 #include <vector>
 
 namespace canvas {
@@ -150,10 +151,15 @@ void fillDefaults(WindowConfig& cfg) {
 
 bool openWindow(int channel, std::string_view fileName) {
     if (fileName != "USER") return false;
+    // A new window is blank: nothing of an earlier picture stays in it.
     Canvas& c = cv();
+    Canvas fresh;
+    fresh.file = c.file;
+    fresh.fontsLoaded = c.fontsLoaded;
+    fresh.closeQuietly = c.closeQuietly;
+    c = std::move(fresh);
     c.open = true;
     c.channel = channel;
-    c.config = WindowConfig{};
     c.config.pixelsX = kFrameWidth * 5 / 8;
     c.config.pixelsY = kFrameHeight * 3 / 4;
     fillDefaults(c.config);
