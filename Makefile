@@ -2,26 +2,30 @@
 BUILD ?= build
 JOBS ?= 2
 
-.PHONY: all build test demo bench clean
+.PHONY: all build zemok test demo bench clean
 
 all: build
 
 $(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZEMOK_WERROR=ON
 
 build: $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)
 
+zemok: $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS) --target zemok
+
 test: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
 
-demo: build
+demo: zemok
 	@rm -rf demo-output && mkdir -p demo-output
 	cp data/zemok.hlp examples/demo.cmd examples/synthetic/synsphere.dat \
 	   examples/synthetic/vardene.ans examples/synthetic/fixed.inp demo-output/
 	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd /UC=vardene.ans < /dev/null | tee demo-transcript.txt
 
-bench: build
+bench: $(BUILD)/CMakeCache.txt
+	cmake --build $(BUILD) -j $(JOBS) --target model_evaluation_bench
 	$(BUILD)/model_evaluation_bench
 
 clean:

@@ -2,16 +2,16 @@
 // E4CmdOpen, E4CmdClose, and firstCommandFromKeys for the key "/C=name".
 #include "monitor/channel_commands.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/help_sections.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/array_io.h"
 #include "textfile/file_spec.h"
 #include "textfile/line_splitters.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <array>
 #include <cctype>

@@ -3,14 +3,14 @@
 #include "monitor/load_check.h"
 
 #include "monitor/command_words.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/help_sections.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/line_splitters.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <array>

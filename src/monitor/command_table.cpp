@@ -2,11 +2,11 @@
 // the EXIT command with its parting dialogue.
 #include "monitor/channel_commands.h"
 #include "monitor/command_words.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/load_check.h"
 #include "monitor/monitor_state.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 namespace {

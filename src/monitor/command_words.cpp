@@ -2,13 +2,13 @@
 // wordReal, joinedWords, askReply, askWord, askYesNo, bigBound.
 #include "monitor/command_words.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "textfile/number_text.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <cmath>
 

@@ -2,12 +2,12 @@
 // helpSection, which the monitor's commands call for their help.
 #include "monitor/help_sections.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/file_spec.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <cctype>
 #include <string>

@@ -3,9 +3,9 @@
 #include "monitor/load_steps.h"
 
 #include "monitor/command_words.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/array_io.h"
 #include "textfile/line_splitters.h"

@@ -3,9 +3,9 @@
 #include "monitor/command_words.h"
 
 #include "monitor/help_sections.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
-#include "textfile/string_tools.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
+#include "core/string_tools.h"
 
 namespace {
 

@@ -2,19 +2,13 @@
 // lists, and the reset of the monitor's state used by tests.
 #pragma once
 
+#include "core/command_line.h"
+#include "core/module_resets.h"
+
 #include <string>
-#include <vector>
 
 struct MonitorState;
 
-// Keys (words beginning with "/" or "-") and arguments of the program's
-// command line, each at most 128 characters.
-struct CommandLineLists {
-    std::vector<std::string> keys;
-    std::vector<std::string> args;
-};
-
-const CommandLineLists& commandLineLists();
 // Splits the program's command line into keys and arguments.
 void splitCommandLine(const std::string& commandLine);
 
@@ -25,7 +19,4 @@ void E4MON1(int& status);
 int E4MAIN();
 
 MonitorState& monitorState();
-// Puts sysinf, E4DataSet, the monitor's state and the unit table in the
-// program's start state.
-void resetProgramState();
 void resetMonitorState();

@@ -3,15 +3,15 @@
 #include "monitor/monitor.h"
 
 #include "monitor/channel_commands.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor_state.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 #include "textfile/command_stack.h"
 #include "textfile/line_splitters.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <cstdlib>
 

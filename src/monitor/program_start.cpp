@@ -1,17 +1,16 @@
 // The program's start and end: E4MAIN with the end-of-job block, the split
-// of the program's command line into keys and arguments, resetProgramState.
+// of the program's command line into keys and arguments.
 #include "monitor/monitor.h"
 
-#include "methods/simplex_search.h"
-#include "monitor/e4dataset.h"
+#include "core/command_line.h"
+#include "core/module_resets.h"
+
+#include "core/e4dataset.h"
 #include "monitor/monitor_state.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
-#include "numlib/machine_constants.h"
-#include "objective/computational_noise.h"
-#include "objective/target_function.h"
+#include "core/machine_constants.h"
 #include "platform/clock.h"
-#include "scatter/scattering_reset.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"
 #include "textfile/number_text.h"
@@ -22,21 +21,14 @@ namespace {
 constexpr int kCommandLineWidth = 256;
 constexpr int kEntryWidth = 128;
 
-CommandLineLists& lists() {
-    static CommandLineLists l;
-    return l;
-}
-
 std::string cutEntry(const std::string& word, int length) {
     return word.substr(0, static_cast<std::size_t>(std::min(length, kEntryWidth)));
 }
 
 }  // namespace
 
-const CommandLineLists& commandLineLists() { return lists(); }
-
 void splitCommandLine(const std::string& commandLine) {
-    lists() = CommandLineLists{};
+    resetCommandLineLists();
     std::string line = padded(commandLine, kCommandLineWidth);
     std::array<int, 8> saveTTW{};
     std::string word(kEntryWidth, ' ');
@@ -48,25 +40,10 @@ void splitCommandLine(const std::string& commandLine) {
         if (wordLen > 0) {
             std::string entry = cutEntry(word, wordLen);
             bool isKey = entry[0] == '/' || entry[0] == '-';
-            (isKey ? lists().keys : lists().args).push_back(entry);
+            (isKey ? mutableCommandLineLists().keys : mutableCommandLineLists().args).push_back(entry);
         }
         if (status == 1 || status == 3 || status < 0) break;
     }
-}
-
-void resetProgramState() {
-    resetWordSplitter();
-    resetNumberText();
-    resetCpuTimers();
-    resetTargetFunction();
-    resetComputationalNoise();
-    resetSimplexSearch();
-    resetScatteringFit();
-    resetSysinf();
-    resetE4DataSet();
-    resetMonitorState();
-    lists() = CommandLineLists{};
-    unit::resetUnits();
 }
 
 // The end-of-job block: the minimum, the point, the counters, the CPU time.

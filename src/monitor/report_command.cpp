@@ -2,10 +2,10 @@
 // block and the report proper with its heading, numbers and vector blocks.
 #include "monitor/command_words.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/help_sections.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
 #include "objective/target_function.h"
 #include "platform/clock.h"
@@ -13,7 +13,7 @@
 #include "textfile/line_splitters.h"
 #include "textfile/number_text.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 namespace {
 

@@ -4,10 +4,10 @@
 #include "monitor/command_words.h"
 
 #include "methods/simplex_search.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
 #include "monitor/help_sections.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "platform/units.h"

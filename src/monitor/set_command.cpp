@@ -3,9 +3,9 @@
 #include "monitor/command_words.h"
 
 #include "monitor/help_sections.h"
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 namespace {

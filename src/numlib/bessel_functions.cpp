@@ -3,7 +3,7 @@
 #include "numlib/special_functions.h"
 #include "numlib/special_internal.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 
 #include <cmath>
 

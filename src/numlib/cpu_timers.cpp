@@ -2,7 +2,7 @@
 // and resetCpuTimers, setCpuClock.
 #include "numlib/cpu_timers.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/clock.h"
 #include "platform/units.h"
 

@@ -2,8 +2,8 @@
 // normal or Beta critical values) and G02WALD3 (exact distribution of the runs).
 #include "numlib/statistical_tests.h"
 
-#include "monitor/console_layer.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/machine_constants.h"
 #include "numlib/special_functions.h"
 #include "numlib/special_internal.h"
 

@@ -3,7 +3,7 @@
 #include "numlib/special_functions.h"
 #include "numlib/special_internal.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/number_text.h"
 

@@ -2,8 +2,8 @@
 // accumulated transformations), F02TDM1 (implicit QL iteration and sort).
 #include "numlib/symmetric_eigen.h"
 
-#include "monitor/console_layer.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/machine_constants.h"
 
 #include <cmath>
 #include <string>

@@ -2,8 +2,8 @@
 // analyse, print) and deriveSteps, the initial search steps read off it.
 #include "objective/noise_table.h"
 
-#include "monitor/e4dataset.h"
-#include "numlib/machine_constants.h"
+#include "core/e4dataset.h"
+#include "core/machine_constants.h"
 #include "numlib/special_functions.h"
 #include "platform/units.h"
 

@@ -2,9 +2,9 @@
 // counters and trace line; announceDimension and resetTargetFunction.
 #include "objective/target_function.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "objective/test_problems.h"
 #include "objective/user_function.h"
 #include "platform/units.h"
@@ -75,7 +75,7 @@ bool evaluateTestProblem(int code, double* x, bool first, double& f) {
 bool evaluateUserProblem(double* x, bool first, double& f) {
     E4DataSetRecord& ds = E4DataSet;
     if (first) E04MES("Welcome to user's problem");
-    f = USERF(x);
+    f = callUserFunction(x);
     const int n = ds.nVar();
     if (n == 0) return false;
     if (first) {

@@ -2,7 +2,7 @@
 // reset of the target function's private state.
 #pragma once
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 
 #include <string>
 

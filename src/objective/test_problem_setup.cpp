@@ -1,8 +1,8 @@
 // First calls of the test problems: setUpTestProblem with the dimension
 // dialogue, the questions of problems 1 and 8, the limits, bounds and start points.
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "numlib/symmetric_eigen.h"
 #include "objective/test_problems.h"
 #include "platform/list_directed_read.h"

@@ -2,7 +2,7 @@
 // entries, their first-call dialogues and set-up, and their formulas.
 #pragma once
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 
 #include <array>
 #include <string_view>

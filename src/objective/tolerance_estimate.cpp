@@ -2,10 +2,10 @@
 // the absolute tolerances of a search at the current point.
 #include "objective/computational_noise.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"

@@ -2,7 +2,7 @@
 // program with a command line; both wait for the end.
 #include "platform/process.h"
 
-#include "monitor/console_layer.h"
+#include "platform/units.h"
 
 #include <cstdlib>
 #include <string>
@@ -29,7 +29,7 @@ int S_SYSTEM(std::string_view command) {
 int S_RUNQQ(std::string_view program, std::string_view commandLine) {
     std::string text = std::string(program) + std::string(commandLine);
     if (text.size() > kMaxCommand) {
-        I05MES("S_RUNQQ --E- Command line is longer than 256 characters!");
+        write(-1, "(A)", " S_RUNQQ --E- Command line is longer than 256 characters!");
         return -2;
     }
     std::fflush(nullptr);

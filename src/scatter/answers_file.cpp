@@ -2,14 +2,14 @@
 // refuseAnswer, readAnswer*, composeAskLine, ASKSTR, ASKINUM, ASKRNUM, ASKINUM2, ASKNAM.
 #include "scatter/answers_file.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
 #include "platform/list_directed_read.h"
 #include "platform/units.h"
 #include "textfile/file_spec.h"
 #include "textfile/number_text.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 #include <algorithm>

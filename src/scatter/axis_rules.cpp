@@ -1,6 +1,6 @@
 // Rules of the plot axes: tolerantInteger, axisTickStep, AxisTicks,
 // AxisTicksStep, AxisLabelField, axisExponent, tickLabel.
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "platform/edit_format.h"
 #include "scatter/plot_layer.h"
 

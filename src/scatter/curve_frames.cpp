@@ -2,11 +2,11 @@
 // direct-access frames of 4-byte reals, the parameter file and the error file.
 #include "scatter/measured_curve.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/list_directed_read.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <vector>

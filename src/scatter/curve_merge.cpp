@@ -2,8 +2,8 @@
 // of points that fall together), MINMAX, CURVECUT, JOINPTS.
 #include "scatter/measured_curve.h"
 
-#include "monitor/console_layer.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 
 #include <algorithm>

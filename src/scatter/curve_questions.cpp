@@ -3,12 +3,12 @@
 #include "scatter/measured_curve.h"
 #include "scatter/measured_curve_steps.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/edit_format.h"
 #include "platform/list_directed_read.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <vector>
 

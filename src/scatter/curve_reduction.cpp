@@ -2,12 +2,12 @@
 // question, the fraction, the reduction to 101 points, positive values, weights.
 #include "scatter/measured_curve_steps.h"
 
-#include "monitor/console_layer.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 #include "textfile/file_spec.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <cmath>
 #include <string>

@@ -3,11 +3,11 @@
 #include "scatter/measured_curve.h"
 #include "scatter/measured_curve_steps.h"
 
-#include "monitor/console_layer.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/machine_constants.h"
 #include "platform/list_directed_read.h"
 #include "platform/units.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cmath>

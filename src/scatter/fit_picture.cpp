@@ -2,7 +2,7 @@
 // curveColour, curveMarker, curveLegend, DrawFitPicture.
 #include "scatter/fit_picture.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/svg_canvas.h"
 #include "platform/units.h"
 #include "scatter/measured_curve.h"

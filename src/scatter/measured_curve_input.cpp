@@ -2,10 +2,10 @@
 // binary frame set and text file steps, readMeasuredCurve, resetMeasuredCurve.
 #include "scatter/measured_curve_steps.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/file_spec.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 // structure factors, intensities, sum), objectiveValue, fitDeviation.
 #include "scatter/model_curves.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "scatter/form_factors.h"
 #include "scatter/radius_distributions.h"
 #include "scatter/structure_factor.h"

@@ -2,10 +2,10 @@
 // nameValueLineInt.
 #include "scatter/answers_file.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

@@ -2,7 +2,7 @@
 // layoutParameters, unpackParameters.
 #include "scatter/parameter_vector.h"
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "scatter/phases.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // clearPhaseTable, resetFitSession, phaseTypeOf, phaseBlockLength.
 #include "scatter/phases.h"
 
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 PhaseTableRecord PhaseTable;
 FitSessionRecord FitSession;

@@ -2,11 +2,11 @@
 // SetLine, PenWorld, PenPixel, TextCell, TextBottom, DateStamp, WaitClose.
 #include "scatter/plot_layer.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/svg_canvas.h"
 #include "platform/units.h"
 #include "scatter/model_curves.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <array>

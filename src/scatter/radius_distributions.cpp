@@ -2,7 +2,7 @@
 // isPolydisperse, sphereLimits, cylinderLimits, spherePolydisperse, cylinderPolydisperse.
 #include "scatter/radius_distributions.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "scatter/form_factors.h"
 #include "scatter/gauss_legendre.h"
 

@@ -2,8 +2,8 @@
 // files, the log header and rows, the picture and the result table on the terminal.
 #include "scatter/result_files.h"
 
-#include "monitor/e4dataset.h"
-#include "monitor/sysinf.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"
 #include "scatter/fit_picture.h"
@@ -12,7 +12,7 @@
 #include "scatter/phases.h"
 #include "scatter/structure_factor.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <array>

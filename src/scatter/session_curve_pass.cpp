@@ -2,9 +2,9 @@
 // counted: runSessionPartB with the format question and the curve input.
 #include "scatter/session_dialogue.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"
 #include "scatter/measured_curve.h"

@@ -2,16 +2,16 @@
 // readPhaseCount, readPhaseDescription, readPhaseDescriptions, restoreFitSysinf.
 #include "scatter/session_dialogue.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/e4dataset.h"
-#include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/e4dataset.h"
+#include "core/command_line.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"
 #include "scatter/model_curves.h"
 #include "scatter/phases.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 #include <string>

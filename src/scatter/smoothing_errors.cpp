@@ -2,7 +2,7 @@
 // and the moving cubic smoother SMOERR with its error propagation.
 #include "scatter/measured_curve.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "numlib/statistical_tests.h"
 #include "platform/units.h"
 

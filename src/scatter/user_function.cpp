@@ -1,6 +1,6 @@
 // USERF: the scattering fit is the monitor's user problem; every call goes
 // through the fit session (dialogue, measured curve, model and misfit).
-#include "objective/user_function.h"
+#include "scatter/user_function.h"
 
 #include "scatter/vardene_session.h"
 

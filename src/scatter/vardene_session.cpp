@@ -2,10 +2,10 @@
 // vardeneSessionCall with the TEST run, and modelPhasesOfTable.
 #include "scatter/vardene_session.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "scatter/structure_factor.h"
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "scatter/answers_file.h"
 #include "scatter/measured_curve.h"
 #include "scatter/measured_curve_steps.h"

@@ -1,6 +1,6 @@
 // Listings of arrays and vectors: I5WRA1 (real array), I5WIA1 (integer
 // array) and I05WMD1 (a real vector as a staircase).
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/prompts.h"
 

@@ -2,13 +2,13 @@
 // the one-integer loader I5LIN1.
 #include "textfile/array_io.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/line_splitters.h"
 #include "textfile/number_text.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <type_traits>

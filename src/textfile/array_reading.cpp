@@ -2,12 +2,12 @@
 // storage-file readers R02RDI and R02RDR.
 #include "textfile/array_io.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
 #include "platform/list_directed_read.h"
 #include "platform/units.h"
 #include "textfile/keyed_reading.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <vector>
 

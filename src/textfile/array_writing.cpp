@@ -2,11 +2,11 @@
 // R02WRA1 (reals).
 #include "textfile/array_io.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/message_head.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,10 +2,10 @@
 // echoes it, and substitutes a closing command at the end of the source.
 #include "textfile/command_stack.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

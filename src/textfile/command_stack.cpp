@@ -2,9 +2,9 @@
 // status values and messages.
 #include "textfile/command_stack.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/message_head.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

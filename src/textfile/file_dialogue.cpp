@@ -1,11 +1,11 @@
 // File names asked of the user: I05EFND (a name completed from a default)
 // and Z1OPN1 (opening a file, with another name typed when it fails).
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/file_spec_internal.h"
 #include "textfile/prompts.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

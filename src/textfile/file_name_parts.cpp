@@ -1,8 +1,8 @@
 // Names of files and their parts: Z03FSLEN (field limits), R02PFN and R02CFN
 // (a name with its extension), and the helpers of the file-spec family.
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/file_spec_internal.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

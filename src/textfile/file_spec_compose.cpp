@@ -1,8 +1,8 @@
 // R02CFS: a full file specification put together from its six fields, and
 // R02FSE: one element of a specification.
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/file_spec_internal.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // R02PFS: a full file specification taken apart into node, device,
 // directory, name, extension and other, for FAT, FAT32, UNIX and VMS.
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/file_spec_internal.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 #include <algorithm>

@@ -2,10 +2,10 @@
 // value readers I05RS2 and I05RIN2 built on it.
 #include "textfile/keyed_reading.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "platform/units.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 #include <array>

@@ -1,6 +1,6 @@
 // R02LINE: composes a report line "label ---- : value   more" from three
 // fields, a separator column and a filler.
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,9 +2,9 @@
 // monitor makes for every command line.
 #include "textfile/line_splitters.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/message_head.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 namespace {

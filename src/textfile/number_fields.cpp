@@ -2,7 +2,7 @@
 // R02R2C3, R02I2C2 that convert through a 32-character work field.
 #include "textfile/number_text.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -2,7 +2,7 @@
 // resetNumberText (first-call state of the R02 converters).
 #include "textfile/number_text_limits.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "textfile/number_text.h"
 
 #include <cmath>

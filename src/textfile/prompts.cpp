@@ -2,11 +2,11 @@
 // I05ASKI and E4NUS1, built on the console layer's I05ASK and I05RSL.
 #include "textfile/prompts.h"
 
-#include "monitor/console_layer.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/console_layer.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "textfile/number_text.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 #include "textfile/word_splitter.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 // layout, exponent) and the fit into the caller's field.
 #include "textfile/number_text.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/number_text_limits.h"
 
 #include <algorithm>

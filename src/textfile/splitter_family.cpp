@@ -2,10 +2,10 @@
 // its place kept in saveTTW, and the first-call check of each.
 #include "textfile/word_splitter.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/message_head.h"
 #include "textfile/split_engine.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 // Moves the non-blank part of columns first..last to their left or right end.
 #include "textfile/number_text.h"
 
-#include "monitor/console_layer.h"
-#include "textfile/string_tools.h"
+#include "core/console_layer.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cctype>

@@ -2,9 +2,9 @@
 // R02AINT (tolerant integer part).
 #include "textfile/number_text.h"
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "textfile/number_text_limits.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cctype>

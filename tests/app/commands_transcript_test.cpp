@@ -1,6 +1,6 @@
 // Transcript tests of the problem, method and option commands: the built
 // zemok program run with piped input or a command file.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

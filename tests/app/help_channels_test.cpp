@@ -1,7 +1,7 @@
 // Transcript tests of HELP, OPEN and CLOSE and of the key "/C=name" in the
 // built zemok program.  Each run carries a "C" key, which keeps the title
 // pages and the dialogue-mode question out of the transcript.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Transcript tests of LOAD and CHECK: the built zemok program reads data
 // files, reports bad data, and in auto mode ends on what is missing.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

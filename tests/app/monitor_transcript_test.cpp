@@ -1,6 +1,6 @@
 // Transcript tests of the command monitor: the built zemok program is run
 // with piped input and its output compared with the expected lines.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The result files of whole sessions of the scattering fit: the example at
 // message level 11, with its picture, table and log, and the fixed names of
 // a TEST run at level 10.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Transcript tests of RUN and CONTINUE with the downhill simplex: fits of
 // test problems in auto mode, a short run checked line by line, and the
 // ways CONTINUE turns into RUN.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

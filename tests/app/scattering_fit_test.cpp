@@ -1,7 +1,7 @@
 // The whole road of a scattering fit, as `make demo` travels it: the answers
 // file, the synthetic curve of spheres of known radius, the fixed
 // parameters, the simplex, and the radii it recovers.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 // standard starts, the stop rule and its texts, CONTINUE on the stored
 // simplex, and a simplex with no free variable.
 #include "methods/simplex_search.h"
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
 

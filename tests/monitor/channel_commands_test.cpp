@@ -2,9 +2,9 @@
 // names, the banner of a data-writing file, the questions and the failure
 // texts, and the first command taken from the key "/C=name".
 #include "monitor/channel_commands.h"
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/line_splitters.h"
 

@@ -2,7 +2,7 @@
 // is there, is found by I05FCBD1 and has a body; NAMES lists every
 // parameter of LOAD and TEST-LIST every test problem.
 #include "monitor/help_sections.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // Tests of I05FCBD1 on a small help file: the search of sections, repeated
 // sections, the prefix test, output on a file, page control and failures.
 #include "monitor/help_sections.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 #include <gtest/gtest.h>

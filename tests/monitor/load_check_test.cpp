@@ -1,11 +1,11 @@
 // LOAD and CHECK inside the monitor on a scripted terminal: what they store
 // in E4DataSet, the source word they add, and the limits CHECK sets.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/load_check.h"
 #include "monitor/monitor.h"
 #include "monitor/monitor_state.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 
 #include "monitor_session.h"

@@ -1,8 +1,8 @@
 // The problem, method and option commands run inside the monitor with a
 // scripted terminal; their effect on the data set is checked directly.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 #include "monitor_session.h"

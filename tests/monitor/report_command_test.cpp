@@ -1,8 +1,8 @@
 // REPORT: the status table, the environment block, the heading and numbers
 // of the data report, the closing lines, and reports appended to a file.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 #include "monitor_session.h"

@@ -2,7 +2,7 @@
 // fatal stops of the Chebyshev routines (run in a child process).
 #include "numlib/special_functions.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 #include "textfile/number_text.h"
 

@@ -1,14 +1,17 @@
 // The noise estimate E4ERR1 and the tolerances E4TOL1, on functions whose
 // noise is known: a smooth user function with deterministic pseudo-random
 // noise of a chosen size, the constant test function and Rosenbrock.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "objective/user_function.h"
 #include "platform/units.h"
+
+#include "app/module_registry.h"
+#include "objective/user_function.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +40,7 @@ double pseudoRandom(double x1, double x2) {
 
 // The user's problem of this test program: a smooth quadratic of two
 // variables near 100, with relative noise of size noiseSize.
-double USERF(double* x) {
+static double noisyQuadraticUserf(double* x) {
     E4DataSetRecord& d = E4DataSet;
     if (d.iStat(30) == 0) {
         d.nVar() = 2;
@@ -55,10 +58,14 @@ class Noise : public ::testing::Test {
 protected:
     void SetUp() override {
         resetProgramState();
+        setUserFunction(noisyQuadraticUserf);
         unit::setTerminal(&in, &out);
         sysinf.MODEE4 = 1;
     }
-    void TearDown() override { unit::resetUnits(); }
+    void TearDown() override {
+        unit::resetUnits();
+        registerModules();
+    }
     // Selects a problem as PROBLEM does: the first evaluation at xStart.
     void select(int code) {
         E4DataSetRecord& d = E4DataSet;

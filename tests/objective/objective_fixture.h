@@ -2,9 +2,9 @@
 // program's start state with the terminal sent to string streams.
 #pragma once
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
 

@@ -1,13 +1,16 @@
 // E4ERR1 and E4TOL1 on a user's problem that plays a script of values, so
 // that every table, every step and every trace line can be worked out.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
-#include "numlib/machine_constants.h"
+#include "core/sysinf.h"
+#include "core/machine_constants.h"
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "objective/user_function.h"
 #include "platform/units.h"
+
+#include "app/module_registry.h"
+#include "objective/user_function.h"
 
 #include <gtest/gtest.h>
 
@@ -39,7 +42,7 @@ std::vector<double> inUnits(std::vector<double> v) {
 
 }  // namespace
 
-double USERF(double* x) {
+static double scriptedUserf(double* x) {
     E4DataSetRecord& d = E4DataSet;
     const int call = d.iStat(30);
     const int n = static_cast<int>(script.start.size());
@@ -66,9 +69,13 @@ namespace {
 class ScriptedNoise : public ::testing::Test {
 protected:
     void SetUp() override { restart(); }
-    void TearDown() override { unit::resetUnits(); }
+    void TearDown() override {
+        unit::resetUnits();
+        registerModules();
+    }
     void restart() {
         resetProgramState();
+        setUserFunction(scriptedUserf);
         out.str("");
         unit::setTerminal(&in, &out);
         sysinf.MODEE4 = 1;

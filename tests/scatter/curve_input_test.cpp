@@ -3,7 +3,7 @@
 #include "scatter/measured_curve.h"
 
 #include "monitor/monitor.h"
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "platform/edit_format.h"
 #include "platform/units.h"
 

@@ -2,7 +2,7 @@
 // densities by hand, their switches and clamps, the limits, the averages.
 #include "scatter/radius_distributions.h"
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "scatter/form_factors.h"
 #include "scatter/phase_intensity.h"
 

@@ -3,7 +3,7 @@
 // weights follow, and the second description comes from the terminal.
 #include "vardene_session_fixture.h"
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "scatter/measured_curve.h"
 #include "scatter/model_curves.h"
 #include "scatter/phases.h"

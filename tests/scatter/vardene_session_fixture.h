@@ -2,7 +2,7 @@
 // answers files written into a fresh temporary folder.
 #pragma once
 
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"

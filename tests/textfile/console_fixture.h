@@ -2,7 +2,7 @@
 // start state with the terminal sent to string streams.
 #pragma once
 
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 #include "textfile/word_splitter.h"
 

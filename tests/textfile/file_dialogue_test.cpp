@@ -3,7 +3,7 @@
 #include "textfile/file_spec.h"
 
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "textfile/console_fixture.h"
 
 #include <filesystem>

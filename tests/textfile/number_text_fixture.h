@@ -2,7 +2,7 @@
 // the program's start state, with the console captured in a string.
 #pragma once
 
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 #include "platform/units.h"
 #include "textfile/number_text.h"
 

@@ -1,8 +1,8 @@
 // The system record: sysinf and the channel table with resetSysinf and
 // applyOStable (file system and screen size from the operating-system word).
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 SysInf sysinf;
 ChannelTable channelTable;

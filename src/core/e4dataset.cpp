@@ -1,6 +1,6 @@
 // The data set record E4DataSet: its start state, the comment rows of iStat,
 // the method, gradient-scheme and termination tables, and E4RST1.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 
 #include <array>
 #include <utility>

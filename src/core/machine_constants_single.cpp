@@ -1,8 +1,8 @@
 // Single-precision twins of the machine constants: X02ADDS, X02MDCS1-X02MDCS6,
 // X02RMDCS, X02IMDCS.
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 
-#include "numlib/machine_experiments.h"
+#include "core/machine_experiments.h"
 
 namespace x02 {
 

@@ -1,8 +1,8 @@
 // Double-precision machine constants: X02ADD, X02MDC1-X02MDC6, X02RMDC, X02IMDC,
 // and resetMachineConstants, machineConstantExperimentCount.
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 
-#include "numlib/machine_experiments.h"
+#include "core/machine_experiments.h"
 #include "platform/units.h"
 
 #include <cstdlib>

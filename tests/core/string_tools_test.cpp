@@ -1,6 +1,6 @@
 // Tests of the string tools: lengths, case, compression, prefix and set
 // tests, scanning, abbreviations, dropping characters and composed lines.
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // Tests of the machine constants: both tables against the IEEE values and
 // std::numeric_limits, the probes, wrong codes and the first-call storage.
-#include "numlib/machine_constants.h"
+#include "core/machine_constants.h"
 
 #include "platform/units.h"
 

@@ -1,10 +1,10 @@
 // Console layer: I05ASK, I05RSL, I05RSLD, I05MES, E04MES, I05ERR, I05LINE
 // and writerChannel (the channel convention of every writer).
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // The data set record and the system record: start values, the tables of
 // rows, and what E4RST1 drops.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 // written once for both working precisions (X02MDC1-6, X02RMDC, X02IMDC bodies).
 #pragma once
 
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 
 #include <cmath>
 #include <limits>

@@ -1,6 +1,6 @@
 // E4RST1: drops what depends on changed data after a command changed the
 // problem, the point or the method.
-#include "monitor/e4dataset.h"
+#include "core/e4dataset.h"
 
 namespace {
 

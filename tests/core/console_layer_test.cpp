@@ -1,8 +1,8 @@
 // The console layer: the layout of a prompt, reading a reply with comments
 // and defaults, the message writers and the channel convention.
-#include "monitor/console_layer.h"
+#include "core/console_layer.h"
 #include "monitor/monitor.h"
-#include "monitor/sysinf.h"
+#include "core/sysinf.h"
 #include "platform/units.h"
 
 #include <gtest/gtest.h>

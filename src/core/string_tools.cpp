@@ -1,6 +1,6 @@
 // String tools: R02LEN, R02BLANK, R02CASE, R02CMP, R02PFX, R02EQ, R02CHAR,
 // R02SCAN, R02ABBR, R02DROP (R02LINE lives in line_composer.cpp).
-#include "textfile/string_tools.h"
+#include "core/string_tools.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Support of the transcript tests: runZemok, freshFolder, fileText, writeFile.
-#include "run_zemok_support.h"
+#include "support/run_zemok.h"
 
 #include <cstdlib>
 #include <filesystem>

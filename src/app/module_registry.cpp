@@ -1,0 +1,26 @@
+// Registration of the module resets and of the scattering fit as USERF.
+#include "app/module_registry.h"
+
+#include "core/module_resets.h"
+#include "methods/simplex_search.h"
+#include "monitor/monitor.h"
+#include "numlib/cpu_timers.h"
+#include "objective/computational_noise.h"
+#include "objective/target_function.h"
+#include "objective/user_function.h"
+#include "scatter/scattering_reset.h"
+#include "scatter/user_function.h"
+#include "textfile/number_text.h"
+#include "textfile/word_splitter.h"
+
+void registerModules() {
+    registerModuleReset(resetWordSplitter);
+    registerModuleReset(resetNumberText);
+    registerModuleReset(resetCpuTimers);
+    registerModuleReset(resetTargetFunction);
+    registerModuleReset(resetComputationalNoise);
+    registerModuleReset(resetSimplexSearch);
+    registerModuleReset(resetScatteringFit);
+    registerModuleReset(resetMonitorState);
+    setUserFunction(USERF);
+}
