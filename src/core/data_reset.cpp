@@ -12,17 +12,17 @@ void clearRows(std::initializer_list<int> rows) {
 // are held scaled, and forget the scaling.
 void dropArguments() {
     E4DataSetRecord& d = E4DataSet;
-    d.iStat(37) = 0;
-    if (d.iStat(57) != 0) {
-        if (d.iStat(54) != 0) {
+    d.iStat(row::fSet) = 0;
+    if (d.iStat(row::xScaled) != 0) {
+        if (d.iStat(row::xScaleSet) != 0) {
             for (int i = 1; i <= kMaxVar; ++i) {
                 d.xStart(i) /= d.xScale(i);
                 d.xEnd(i) /= d.xScale(i);
             }
         }
-        d.iStat(57) = 0;
+        d.iStat(row::xScaled) = 0;
     }
-    d.iStat(54) = 0;
+    d.iStat(row::xScaleSet) = 0;
 }
 
 void clearFixedEntries() {
@@ -39,7 +39,7 @@ void clearFixedEntries() {
         d.deltaG(i) = 0;
         d.Hdiag(i) = 0;
     }
-    d.iStat(36) = varied;
+    d.iStat(row::nFree) = varied;
 }
 
 }  // namespace
@@ -47,11 +47,11 @@ void clearFixedEntries() {
 void E4RST1(std::string_view mode) {
     E4DataSetRecord& d = E4DataSet;
     bool full = !mode.empty() && mode.front() == 'A';
-    if (full) clearRows({42, 43, 46, 53, 56, 58, 59, 60, 8});
-    clearRows({48, 45, 3});
-    bool argumentsHeld = d.iStat(38) != 0;
+    if (full) clearRows({row::tolSclSet, row::deviatSet, row::reserved46, row::stpMaxSet, row::cdVariable, row::vectorTerms, row::directSet, row::R_eigenSet, row::gradientScheme});
+    clearRows({row::gEndSet, row::FrlErrSet, row::methodDone});
+    bool argumentsHeld = d.iStat(row::xStartSet) != 0;
     if (!argumentsHeld) dropArguments();
-    clearRows({49, 50, 44, 12, 39, 40, 41, 47});
+    clearRows({row::HdiagSet, row::HesseSet, row::hCondSet, row::hCondSwitch, row::xStepSet, row::rXTolSet, row::rFTolSet, row::finDifSet});
     for (int i = 1; i <= kMaxVar; ++i) {
         d.deltaG(i) = 0;
         if (!argumentsHeld) {
@@ -59,7 +59,7 @@ void E4RST1(std::string_view mode) {
             d.xScale(i) = 1.0;
         }
     }
-    if (d.iStat(37) == 0) d.deltaF = 0;
+    if (d.iStat(row::fSet) == 0) d.deltaF = 0;
     if (!argumentsHeld) d.deltaXn = 0;
     d.FrlErr = 0;
     if (d.nVar() != 0) clearFixedEntries();

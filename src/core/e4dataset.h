@@ -2,6 +2,8 @@
 // the method, gradient-scheme and termination tables, and E4RST1.
 #pragma once
 
+#include "core/status_rows.h"
+
 #include <array>
 #include <string>
 #include <string_view>
@@ -55,8 +57,8 @@ struct E4DataSetRecord {
     // Comment characters of replies and initialization lines (4 characters).
     std::string commentChars;
 
-    int& nVar() { return iStat(35); }
-    int nVar() const { return iStat(35); }
+    int& nVar() { return iStat(row::nVar); }
+    int nVar() const { return iStat(row::nVar); }
 };
 
 extern E4DataSetRecord E4DataSet;

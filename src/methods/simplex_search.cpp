@@ -28,7 +28,7 @@ struct SimplexState {
 SimplexState simplex;
 
 E4DataSetRecord& ds() { return E4DataSet; }
-int level() { return ds().iStat(7); }
+int level() { return ds().iStat(row::messageLevel); }
 int out() { return writerChannel(sysinf.dwUnit); }
 bool isFree(int i) { return ds().iFixer(i) != 0; }
 
@@ -78,8 +78,8 @@ void simplexSizes(double& step, double& step1, double& step2) {
 void estimateWhatIsMissing() {
     E4DataSetRecord& d = ds();
     int err = 0;
-    if (d.iStat(39) == 0) E4ERR1(d.xStart.data(), d.fStart, err, kTag);
-    if (d.iStat(41) == 0) {
+    if (d.iStat(row::xStepSet) == 0) E4ERR1(d.xStart.data(), d.fStart, err, kTag);
+    if (d.iStat(row::rFTolSet) == 0) {
         Vec1<double, kMaxVar> xTol;
         double fTol = 0;
         E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, kTag);
@@ -123,7 +123,7 @@ void startReport(double step, double step1, double step2) {
 
 void buildSimplex() {
     E4DataSetRecord& d = ds();
-    if (d.iStat(30) == 0 || d.iStat(37) == 0) d.fStart = E4FUN1(d.xStart.data());
+    if (d.iStat(row::functionEvaluations) == 0 || d.iStat(row::fSet) == 0) d.fStart = E4FUN1(d.xStart.data());
     estimateWhatIsMissing();
     double step = 0, step1 = 0, step2 = 0;
     simplexSizes(step, step1, step2);
@@ -148,7 +148,7 @@ void passTable(int passes, int limit, int jl, double fL) {
     if (passes == 1 || passes % 10 == 0)
         write(out(), "(\" E04DSMNM --- |# succ. | NFE rem.|      f      |\",\"  deltaf  |\")");
     write(out(), "(14X,\"|\",I8,\"|\",I9,\"|\",1P,G12.5,\" |\",1P,G10.3,\"|\")", passes,
-          limit - ds().iStat(30), vertexValue(jl), fL - simplex.fLowPrev);
+          limit - ds().iStat(row::functionEvaluations), vertexValue(jl), fL - simplex.fLowPrev);
 }
 
 void setVertex(int k, const Vec1<double, kMaxVar>& p, double f) {
@@ -226,7 +226,7 @@ void move(int jh, int jl, double fH, double fL) {
 void endReport(int passes, int limit) {
     if (level() <= 0) return;
     write(out(), "(1X,/,1X,A,\" --- search stopped. the reason:\")", kTag);
-    if (ds().iStat(30) < limit) {
+    if (ds().iStat(row::functionEvaluations) < limit) {
         write(out(), "(14X,\"all convergence criteria have been satisfied.\")");
     } else {
         write(out(), "(14X,\"exceeded number of function evaluations.\")");
@@ -234,16 +234,16 @@ void endReport(int passes, int limit) {
     write(out(),
           "(14X,\"return to monitor program after\",I7,\" successes\",/,14X,"
           "\"total number of function evaluations =\",I9,\".\",/)",
-          passes, ds().iStat(30));
+          passes, ds().iStat(row::functionEvaluations));
 }
 
 void finish(int jl, int passes, int& iFlag) {
     E4DataSetRecord& d = ds();
     for (int i = 1; i <= d.nVar(); ++i) d.xStart(i) = d.xEnd(i) = vertex(jl, i);
     d.fStart = d.fEnd = vertexValue(jl);
-    d.iStat(3) = d.iStat(2);
+    d.iStat(row::methodDone) = d.iStat(row::methodRunning);
     iFlag = 0;
-    d.iStat(31) += passes;
+    d.iStat(row::iterations) += passes;
 }
 
 void passHeader(int passes) {
@@ -260,8 +260,8 @@ void resetSimplexSearch() { simplex = SimplexState{}; }
 void E04DSMNM(int& iFlag) {
     E4DataSetRecord& d = ds();
     iFlag = 0;
-    const int limit = d.iStat(30) + d.iStat(33);
-    bool carryOn = d.iStat(5) == 1 && d.iStat(2) == d.iStat(3) && simplex.nVert > 0;
+    const int limit = d.iStat(row::functionEvaluations) + d.iStat(row::maxNFE);
+    bool carryOn = d.iStat(row::computationMode) == 1 && d.iStat(row::methodRunning) == d.iStat(row::methodDone) && simplex.nVert > 0;
     if (!carryOn) buildSimplex();
     int passes = 0;
     while (true) {
@@ -276,7 +276,7 @@ void E04DSMNM(int& iFlag) {
         passTable(passes, limit, jl, fL);
         simplex.fLowPrev = fL;
         d.deltaF = fH - fL;
-        if (std::fabs(d.deltaF) < (std::fabs(fL) + 1.0) * d.rFTol || d.iStat(30) > limit) {
+        if (std::fabs(d.deltaF) < (std::fabs(fL) + 1.0) * d.rFTol || d.iStat(row::functionEvaluations) > limit) {
             endReport(passes, limit);
             finish(jl, passes, iFlag);
             return;

@@ -225,7 +225,7 @@ std::string_view failureEnding(int status) {
 Outcome channelHandler(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     int status = 0;
-    Z1ACS1(m.words.data(), 0, d.iStat(21), d.iStat(22), d.iStat(23), status);
+    Z1ACS1(m.words.data(), 0, d.iStat(row::commandFileOpen), d.iStat(row::dataFileOpen), d.iStat(row::outputFileOpen), status);
     if (status == 1) return illegalCommand(m);
     if (status != 0) {
         setLine(m, joinedWords(m.words.data()));

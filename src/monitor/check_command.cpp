@@ -42,28 +42,28 @@ int countFree() {
     for (int i = 1; i <= d.nVar() && i <= kMaxVar; ++i) {
         if (d.iFixer(i) != 0) ++free;
     }
-    d.iStat(36) = free;
+    d.iStat(row::nFree) = free;
     return free;
 }
 
 void offerMessageLevelReset(const Caller& c) {
     E4DataSetRecord& d = E4DataSet;
-    if (d.iStat(7) <= 1 || !interactive() || c.evaluateFunction) return;
-    write(sysinf.outUnit, "(\" Message level is equal to \",I2,/)", d.iStat(7));
+    if (d.iStat(row::messageLevel) <= 1 || !interactive() || c.evaluateFunction) return;
+    write(sysinf.outUnit, "(\" Message level is equal to \",I2,/)", d.iStat(row::messageLevel));
     if (askYesNo("Reset this value to 1?", "Y", 0) != 'N') {
-        d.iStat(7) = 1;
-        d.iStat(6) = 0;
+        d.iStat(row::messageLevel) = 1;
+        d.iStat(row::terminalStopping) = 0;
     }
 }
 
 // maxITR and maxNFE by rule when one of them is not above 0.
 void applyLimits() {
     E4DataSetRecord& d = E4DataSet;
-    int& maxNFE = d.iStat(33);
-    int& maxITR = d.iStat(34);
+    int& maxNFE = d.iStat(row::maxNFE);
+    int& maxITR = d.iStat(row::maxITR);
     if (maxITR > 0 && maxNFE > 0) return;
-    const int n = d.iStat(36);
-    const int method = d.iStat(2);
+    const int n = d.iStat(row::nFree);
+    const int method = d.iStat(row::methodRunning);
     if ((d.nVar() == 1 || n == 1) && method <= 12) {
         maxITR = 1;
         if (maxNFE <= 0) maxNFE = 50;
@@ -115,9 +115,9 @@ std::string moveBound(int i, bool lower) {
 // The bounds of method 12; returns the name of what is missing or wrong.
 std::string checkBounds(std::string name) {
     E4DataSetRecord& d = E4DataSet;
-    if (d.iStat(55) != 0 && d.iStat(55) != 3) return name;
-    if (d.iStat(51) == 0) name = "bL";
-    if (d.iStat(52) == 0) name = "bU";
+    if (d.iStat(row::boundsMode) != 0 && d.iStat(row::boundsMode) != 3) return name;
+    if (d.iStat(row::bLSet) == 0) name = "bL";
+    if (d.iStat(row::bUSet) == 0) name = "bU";
     for (int i = 1; i <= d.nVar(); ++i) {
         if (d.iFixer(i) == 0) {
             d.bL(i) = d.xStart(i);
@@ -133,17 +133,17 @@ std::string checkBounds(std::string name) {
 // The parameters of the method; each test overwrites the name.
 std::string checkMethodParameters(std::string name) {
     E4DataSetRecord& d = E4DataSet;
-    const int method = d.iStat(2);
+    const int method = d.iStat(row::methodRunning);
     if (method == 16 || method == 17) {
-        if (d.iStat(43) == 0) name = "deviat";
+        if (d.iStat(row::deviatSet) == 0) name = "deviat";
     }
     if (method == 17 || method == 18) {
-        if (d.iStat(65) == 0) name = "temper";
-        if (d.iStat(66) == 0) name = "NtriesT";
-        if (d.iStat(67) == 0) name = "Tsced";
+        if (d.iStat(row::temperSet) == 0) name = "temper";
+        if (d.iStat(row::NtriesT) == 0) name = "NtriesT";
+        if (d.iStat(row::TscedSet) == 0) name = "Tsced";
     }
-    if (method >= 6 && method <= 11 && d.iStat(12) != 0) {
-        if (d.iStat(44) == 0 || d.hCond < 1.0) name = "hCond";
+    if (method >= 6 && method <= 11 && d.iStat(row::hCondSwitch) != 0) {
+        if (d.iStat(row::hCondSet) == 0 || d.hCond < 1.0) name = "hCond";
     }
     if (method == 12) name = checkBounds(name);
     return name;
@@ -154,10 +154,10 @@ std::string missingName(const Caller& c) {
     E4DataSetRecord& d = E4DataSet;
     std::string name;
     if (d.nVar() == 0) name = "nVar";
-    if (d.iStat(36) == 0) name = "iFixer";
-    if (d.iStat(38) == 0) name = "xStart";
-    const int method = d.iStat(2);
-    if (method >= 1 && method <= 11 && d.iStat(11) != 0 && d.iStat(42) == 0) name = "tolScl";
+    if (d.iStat(row::nFree) == 0) name = "iFixer";
+    if (d.iStat(row::xStartSet) == 0) name = "xStart";
+    const int method = d.iStat(row::methodRunning);
+    if (method >= 1 && method <= 11 && d.iStat(row::tolMultiplierSwitch) != 0 && d.iStat(row::tolSclSet) == 0) name = "tolScl";
     if (c.evaluateOrSection) return name;
     applyLimits();
     return checkMethodParameters(name);
@@ -173,12 +173,12 @@ Outcome E4CmdCheck(MonitorState& m) {
     }
     m.sourceChannel = sysinf.dwUnit;
     Caller caller = findCaller(m);
-    if (d.iStat(1) < 1) {
+    if (d.iStat(row::problemCode) < 1) {
         E04MES("Problem to be solved is not defined!");
         setLine(m, interactive() ? "PROBLEM" : "PROBLEM USER");
         return Outcome::Prerequisite;
     }
-    if (!caller.evaluateOrSection && d.iStat(2) == 0) {
+    if (!caller.evaluateOrSection && d.iStat(row::methodRunning) == 0) {
         E04MES("Method for minimization is not defined!");
         setLine(m, interactive() ? "METHOD" : "METHOD B-F-G-S");
         return Outcome::Prerequisite;

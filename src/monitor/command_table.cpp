@@ -50,7 +50,7 @@ Outcome E4CmdExit(MonitorState& m) {
         unit::close(sysinf.crUnit);
         return Outcome::Return;
     }
-    if (sysinf.MODEE4 != 0 || E4DataSet.iStat(30) == 0) return Outcome::Return;
+    if (sysinf.MODEE4 != 0 || E4DataSet.iStat(row::functionEvaluations) == 0) return Outcome::Return;
     return partingDialogue(m);
 }
 

@@ -24,7 +24,7 @@ enum class LoadParameter {
 
 // The name that stands in prompts, data files and messages.
 std::string_view parameterName(LoadParameter p);
-// True when the method held in iStat(2) uses the parameter.
+// True when the method held in iStat(row::methodRunning) uses the parameter.
 bool parameterUsed(LoadParameter p);
 // Loads one parameter from word 4 on, from the source channel of the
 // command.  Empty: the chain goes on; otherwise the command ends with the

@@ -20,18 +20,18 @@ struct ParameterKey {
 
 // Tested against word 3 in this order.
 constexpr ParameterKey kKeys[] = {
-    {"MAXN", LoadParameter::MaxNFE, 33}, {"MAXI", LoadParameter::MaxITR, 34},
-    {"NV", LoadParameter::NVar, 35},     {"IF", LoadParameter::IFixer, 36},
-    {"STE", LoadParameter::XStep, 39},   {"XSTE", LoadParameter::XStep, 39},
-    {"XSC", LoadParameter::XScale, 54},  {"XST", LoadParameter::XStart, 38},
-    {"XS", LoadParameter::XStart, 38},   {"RX", LoadParameter::RXTol, 40},
-    {"RF", LoadParameter::RFTol, 41},    {"TO", LoadParameter::TolScl, 42},
-    {"DE", LoadParameter::Deviat, 43},   {"HC", LoadParameter::HCond, 44},
-    {"FR", LoadParameter::FrlErr, 45},   {"FIN", LoadParameter::FinDif, 47},
-    {"BL", LoadParameter::Bounds, 51},   {"BU", LoadParameter::Bounds, 52},
-    {"STPM", LoadParameter::StpMax, 53}, {"DIR", LoadParameter::Direct, 59},
-    {"TE", LoadParameter::Temper, 65},   {"NT", LoadParameter::NtriesT, 66},
-    {"TS", LoadParameter::Tsced, 67},
+    {"MAXN", LoadParameter::MaxNFE, row::maxNFE}, {"MAXI", LoadParameter::MaxITR, row::maxITR},
+    {"NV", LoadParameter::NVar, row::nVar},     {"IF", LoadParameter::IFixer, row::nFree},
+    {"STE", LoadParameter::XStep, row::xStepSet},   {"XSTE", LoadParameter::XStep, row::xStepSet},
+    {"XSC", LoadParameter::XScale, row::xScaleSet},  {"XST", LoadParameter::XStart, row::xStartSet},
+    {"XS", LoadParameter::XStart, row::xStartSet},   {"RX", LoadParameter::RXTol, row::rXTolSet},
+    {"RF", LoadParameter::RFTol, row::rFTolSet},    {"TO", LoadParameter::TolScl, row::tolSclSet},
+    {"DE", LoadParameter::Deviat, row::deviatSet},   {"HC", LoadParameter::HCond, row::hCondSet},
+    {"FR", LoadParameter::FrlErr, row::FrlErrSet},   {"FIN", LoadParameter::FinDif, row::finDifSet},
+    {"BL", LoadParameter::Bounds, row::bLSet},   {"BU", LoadParameter::Bounds, row::bUSet},
+    {"STPM", LoadParameter::StpMax, row::stpMaxSet}, {"DIR", LoadParameter::Direct, row::directSet},
+    {"TE", LoadParameter::Temper, row::temperSet},   {"NT", LoadParameter::NtriesT, row::NtriesT},
+    {"TS", LoadParameter::Tsced, row::TscedSet},
 };
 
 // The chain of AL and UN.
@@ -106,9 +106,9 @@ Outcome walk(MonitorState& m) {
 }
 
 void clearForAll() {
-    for (int r = 33; r <= 47; ++r) E4DataSet.iStat(r) = 0;
-    E4DataSet.iStat(51) = 0;
-    E4DataSet.iStat(52) = 0;
+    for (int r = row::maxNFE; r <= row::finDifSet; ++r) E4DataSet.iStat(r) = 0;
+    E4DataSet.iStat(row::bLSet) = 0;
+    E4DataSet.iStat(row::bUSet) = 0;
 }
 
 // Word 3 names nothing LOAD knows.

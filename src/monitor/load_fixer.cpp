@@ -66,15 +66,15 @@ void applyFixer(const FixerVector& old) {
         }
         ++free;
         bool flagChanged = old(i) != d.iFixer(i);
-        if (flagChanged || d.iStat(51) == 0) d.bL(i) = -bigBound();
-        if (flagChanged || d.iStat(52) == 0) d.bU(i) = bigBound();
+        if (flagChanged || d.iStat(row::bLSet) == 0) d.bL(i) = -bigBound();
+        if (flagChanged || d.iStat(row::bUSet) == 0) d.bU(i) = bigBound();
     }
-    d.iStat(36) = free;
-    d.iStat(51) = 1;
-    d.iStat(52) = 1;
+    d.iStat(row::nFree) = free;
+    d.iStat(row::bLSet) = 1;
+    d.iStat(row::bUSet) = 1;
     E4RST1(" ");
-    d.iStat(38) = 1;
-    d.iStat(37) = 0;
+    d.iStat(row::xStartSet) = 1;
+    d.iStat(row::fSet) = 0;
 }
 
 }  // namespace
@@ -86,7 +86,7 @@ std::optional<Outcome> loadFixer(MonitorState& m) {
     int changed = 0;
     int status = 0;
     if (wordBlank(m, 4) && interactive()) {
-        if (d.iStat(36) != 0) return std::nullopt;  // the free variables are known
+        if (d.iStat(row::nFree) != 0) return std::nullopt;  // the free variables are known
         if (sourceIsTerminal(m)) {
             if (!fixingDialogue(fixer, changed)) return Outcome::Clear;
         } else {
@@ -97,7 +97,7 @@ std::optional<Outcome> loadFixer(MonitorState& m) {
         if (wordBlank(m, 4)) setWord(m, 4, "ALL");
         std::array<std::string, kWordCount> words = m.words;
         I5LIA2(fixer.data(), kMaxVar, d.nVar(), 1, "iFixer", kLoadMarker, kFixerComment, words.data(),
-               kWordCount, 4, kCommandDelimiters, d.iStat(36), m.sourceChannel, sourceFileName(m),
+               kWordCount, 4, kCommandDelimiters, d.iStat(row::nFree), m.sourceChannel, sourceFileName(m),
                kLoadAccess, sysinf.MODEE4, changed, status);
     }
     m.changedFlag = changed;

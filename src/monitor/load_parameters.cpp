@@ -27,13 +27,13 @@ struct ParameterInfo {
 
 // Indexed by LoadParameter.
 constexpr ParameterInfo kInfo[] = {
-    {"maxNFE", 33, 0, 0, 0},  {"maxITR", 34, 0, 0, 0},   {"nVar", 35, 0, 0, 0},
-    {"iFixer", 36, 0, 0, 0},  {"xStart", 38, 0, 0, 0},   {"xStep", 39, 0, 0, 0},
-    {"rXTol", 40, 0, 0, 0},   {"rFTol", 41, 0, 0, 0},    {"tolScl", 42, 1, 11, 0},
-    {"deviat", 43, 16, 17, 0}, {"hCond", 44, 6, 11, 0},  {"FrlErr", 45, 0, 0, 0},
-    {"finDif", 47, 1, 11, 0}, {"ARGUMENT BOUND", 51, 12, 12, 0}, {"stpMax", 53, 0, 0, 0},
-    {"xScale", 54, 0, 0, 0},  {"direct", 59, 0, 0, 0},   {"temper", 65, 17, 18, 0},
-    {"NtriesT", 66, 17, 18, 0}, {"Tsced", 67, 17, 18, 0},
+    {"maxNFE", row::maxNFE, 0, 0, 0},  {"maxITR", row::maxITR, 0, 0, 0},   {"nVar", row::nVar, 0, 0, 0},
+    {"iFixer", row::nFree, 0, 0, 0},  {"xStart", row::xStartSet, 0, 0, 0},   {"xStep", row::xStepSet, 0, 0, 0},
+    {"rXTol", row::rXTolSet, 0, 0, 0},   {"rFTol", row::rFTolSet, 0, 0, 0},    {"tolScl", row::tolSclSet, 1, 11, 0},
+    {"deviat", row::deviatSet, 16, 17, 0}, {"hCond", row::hCondSet, 6, 11, 0},  {"FrlErr", row::FrlErrSet, 0, 0, 0},
+    {"finDif", row::finDifSet, 1, 11, 0}, {"ARGUMENT BOUND", row::bLSet, 12, 12, 0}, {"stpMax", row::stpMaxSet, 0, 0, 0},
+    {"xScale", row::xScaleSet, 0, 0, 0},  {"direct", row::directSet, 0, 0, 0},   {"temper", row::temperSet, 17, 18, 0},
+    {"NtriesT", row::NtriesT, 17, 18, 0}, {"Tsced", row::TscedSet, 17, 18, 0},
 };
 
 const ParameterInfo& info(LoadParameter p) { return kInfo[static_cast<int>(p)]; }
@@ -93,11 +93,11 @@ std::optional<Outcome> loadInteger(MonitorState& m, std::string_view name, int e
 // maxNFE too.
 std::optional<Outcome> loadMaxItr(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
-    if (std::optional<Outcome> end = loadInteger(m, "maxITR", 34, d.iStat(34), 4)) return end;
-    int method = d.iStat(2);
+    if (std::optional<Outcome> end = loadInteger(m, "maxITR", row::maxITR, d.iStat(row::maxITR), 4)) return end;
+    int method = d.iStat(row::methodRunning);
     if (method < 15 || method > 18) return std::nullopt;
-    d.iStat(33) = d.iStat(34);
-    if (d.iStat(7) > 0) {
+    d.iStat(row::maxNFE) = d.iStat(row::maxITR);
+    if (d.iStat(row::messageLevel) > 0) {
         std::string row = methodRow(method);
         E04MES("The method \"" + row.substr(0, static_cast<std::size_t>(R02LEN(row))) + "\"");
         E04MES("assumes the use of  maxNFE  rather than  maxITR.");
@@ -112,7 +112,7 @@ std::optional<Outcome> loadNVar(MonitorState& m) {
     int word = 4;
     while (true) {
         int value = d.nVar();
-        if (std::optional<Outcome> end = loadInteger(m, "nVar", 35, value, word)) return end;
+        if (std::optional<Outcome> end = loadInteger(m, "nVar", row::nVar, value, word)) return end;
         if (value >= 1 && value <= kMaxVar) {
             d.nVar() = value;
             E4RST1("ALL");
@@ -129,14 +129,14 @@ std::optional<Outcome> loadNVar(MonitorState& m) {
 // xStart: a new point drops what was known at the old one.
 std::optional<Outcome> loadXStart(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
-    if (std::optional<Outcome> end = loadVector(m, "xStart", 38, d.xStart.data())) return end;
+    if (std::optional<Outcome> end = loadVector(m, "xStart", row::xStartSet, d.xStart.data())) return end;
     if (m.changedFlag == 0) return std::nullopt;
     d.fStart = 0;
     d.xEnd = d.xStart;
     d.fEnd = 0;
     E4RST1(" ");
-    d.iStat(38) = 1;
-    d.iStat(37) = 0;
+    d.iStat(row::xStartSet) = 1;
+    d.iStat(row::fSet) = 0;
     return std::nullopt;
 }
 
@@ -145,10 +145,10 @@ std::optional<Outcome> loadXStart(MonitorState& m) {
 std::optional<Outcome> loadXScale(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     Vec1<double, kMaxVar> old = d.xScale;
-    if (std::optional<Outcome> end = loadVector(m, "xScale", 54, d.xScale.data())) return end;
+    if (std::optional<Outcome> end = loadVector(m, "xScale", row::xScaleSet, d.xScale.data())) return end;
     if (m.changedFlag == 0) return std::nullopt;
-    d.iStat(54) = 1;
-    if (d.iStat(57) == 0) return std::nullopt;
+    d.iStat(row::xScaleSet) = 1;
+    if (d.iStat(row::xScaled) == 0) return std::nullopt;
     for (int i = 1; i <= kMaxVar; ++i) {
         d.xStart(i) /= old(i);
         d.xEnd(i) /= old(i);
@@ -164,11 +164,11 @@ std::optional<Outcome> loadBounds(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     if (std::optional<Outcome> pre = needVariables(m)) return pre;
     if (wordBlank(m, 4)) setWord(m, 4, "ALL");
-    if (d.iStat(51) == 0) {
-        if (std::optional<Outcome> end = loadReals(m, "bL", 51, d.bL.data(), d.nVar(), 4)) return end;
+    if (d.iStat(row::bLSet) == 0) {
+        if (std::optional<Outcome> end = loadReals(m, "bL", row::bLSet, d.bL.data(), d.nVar(), 4)) return end;
     }
-    if (d.iStat(52) == 0) {
-        if (std::optional<Outcome> end = loadReals(m, "bU", 52, d.bU.data(), d.nVar(), 4)) return end;
+    if (d.iStat(row::bUSet) == 0) {
+        if (std::optional<Outcome> end = loadReals(m, "bU", row::bUSet, d.bU.data(), d.nVar(), 4)) return end;
     }
     return std::nullopt;
 }
@@ -176,10 +176,10 @@ std::optional<Outcome> loadBounds(MonitorState& m) {
 // temper from word 4, NtriesT from word 5, Tsced from word 6.
 std::optional<Outcome> loadAnnealing(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
-    if (std::optional<Outcome> end = loadScalar(m, "temper", 65, d.temper, 4)) return end;
-    if (std::optional<Outcome> end = loadInteger(m, "NtriesT", 66, d.iStat(66), 5)) return end;
-    if (!wordBlank(m, 6)) d.iStat(67) = 0;  // a value on the line replaces the old one
-    return loadScalar(m, "Tsced", 67, d.Tsced, 6);
+    if (std::optional<Outcome> end = loadScalar(m, "temper", row::temperSet, d.temper, 4)) return end;
+    if (std::optional<Outcome> end = loadInteger(m, "NtriesT", row::NtriesT, d.iStat(row::NtriesT), 5)) return end;
+    if (!wordBlank(m, 6)) d.iStat(row::TscedSet) = 0;  // a value on the line replaces the old one
+    return loadScalar(m, "Tsced", row::TscedSet, d.Tsced, 6);
 }
 
 }  // namespace
@@ -189,7 +189,7 @@ std::string_view parameterName(LoadParameter p) { return info(p).name; }
 bool parameterUsed(LoadParameter p) {
     const ParameterInfo& in = info(p);
     if (in.lowMethod == 0) return true;
-    int method = E4DataSet.iStat(2);
+    int method = E4DataSet.iStat(row::methodRunning);
     return method >= in.lowMethod && method <= in.highMethod;
 }
 
@@ -213,26 +213,26 @@ std::optional<Outcome> loadParameter(MonitorState& m, LoadParameter p) {
         return std::nullopt;
     }
     switch (p) {
-        case LoadParameter::MaxNFE: return loadInteger(m, "maxNFE", 33, d.iStat(33), 4);
+        case LoadParameter::MaxNFE: return loadInteger(m, "maxNFE", row::maxNFE, d.iStat(row::maxNFE), 4);
         case LoadParameter::MaxITR: return loadMaxItr(m);
         case LoadParameter::NVar: return loadNVar(m);
         case LoadParameter::IFixer: return loadFixer(m);
         case LoadParameter::XStart: return loadXStart(m);
-        case LoadParameter::XStep: return loadVector(m, "xStep", 39, d.xStep.data());
-        case LoadParameter::RXTol: return loadVector(m, "rXTol", 40, d.rXTol.data());
-        case LoadParameter::RFTol: return loadScalar(m, "rFTol", 41, d.rFTol, 4);
-        case LoadParameter::TolScl: return loadScalar(m, "tolScl", 42, d.tolScl, 4);
-        case LoadParameter::Deviat: return loadVector(m, "deviat", 43, d.deviat.data());
-        case LoadParameter::HCond: return loadScalar(m, "hCond", 44, d.hCond, 4);
-        case LoadParameter::FrlErr: return loadScalar(m, "FrlErr", 45, d.FrlErr, 4);
-        case LoadParameter::FinDif: return loadVector(m, "finDif", 47, d.finDif.data());
+        case LoadParameter::XStep: return loadVector(m, "xStep", row::xStepSet, d.xStep.data());
+        case LoadParameter::RXTol: return loadVector(m, "rXTol", row::rXTolSet, d.rXTol.data());
+        case LoadParameter::RFTol: return loadScalar(m, "rFTol", row::rFTolSet, d.rFTol, 4);
+        case LoadParameter::TolScl: return loadScalar(m, "tolScl", row::tolSclSet, d.tolScl, 4);
+        case LoadParameter::Deviat: return loadVector(m, "deviat", row::deviatSet, d.deviat.data());
+        case LoadParameter::HCond: return loadScalar(m, "hCond", row::hCondSet, d.hCond, 4);
+        case LoadParameter::FrlErr: return loadScalar(m, "FrlErr", row::FrlErrSet, d.FrlErr, 4);
+        case LoadParameter::FinDif: return loadVector(m, "finDif", row::finDifSet, d.finDif.data());
         case LoadParameter::Bounds: return loadBounds(m);
-        case LoadParameter::StpMax: return loadVector(m, "stpMax", 53, d.stpMax.data());
+        case LoadParameter::StpMax: return loadVector(m, "stpMax", row::stpMaxSet, d.stpMax.data());
         case LoadParameter::XScale: return loadXScale(m);
-        case LoadParameter::Direct: return loadVector(m, "direct", 59, d.direct.data());
+        case LoadParameter::Direct: return loadVector(m, "direct", row::directSet, d.direct.data());
         case LoadParameter::Temper: return loadAnnealing(m);
-        case LoadParameter::NtriesT: return loadInteger(m, "NtriesT", 66, d.iStat(66), 4);
-        case LoadParameter::Tsced: return loadScalar(m, "Tsced", 67, d.Tsced, 4);
+        case LoadParameter::NtriesT: return loadInteger(m, "NtriesT", row::NtriesT, d.iStat(row::NtriesT), 4);
+        case LoadParameter::Tsced: return loadScalar(m, "Tsced", row::TscedSet, d.Tsced, 4);
     }
     return std::nullopt;
 }

@@ -42,7 +42,7 @@ Outcome monteCarloWords(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     while (!wordBlank(m, 3)) {
         if (std::optional<int> tries = wordInt(m, 3)) {
-            d.iStat(33) = *tries;
+            d.iStat(row::maxNFE) = *tries;
             break;
         }
         if (!interactive()) return failedCommand(m);
@@ -50,20 +50,20 @@ Outcome monteCarloWords(MonitorState& m) {
         if (wordBlank(m, 3)) return failedCommand(m);
     }
     if (wordBlank(m, 3)) {
-        if (d.iStat(33) == 0) d.iStat(33) = d.iStat(36) * 1000;
+        if (d.iStat(row::maxNFE) == 0) d.iStat(row::maxNFE) = d.iStat(row::nFree) * 1000;
         if (interactive()) {
-            std::string def = std::to_string(d.iStat(33));
+            std::string def = std::to_string(d.iStat(row::maxNFE));
             std::string reply = askReply("What is the number of tries?", def, sysinf.CursorPosition);
             if (!reply.empty() && (reply[0] == 'E' || reply[0] == 'e')) return Outcome::Clear;
             setWord(m, 3, reply);
-            if (std::optional<int> tries = wordInt(m, 3)) d.iStat(33) = *tries;
+            if (std::optional<int> tries = wordInt(m, 3)) d.iStat(row::maxNFE) = *tries;
         }
     }
     if (!wordBlank(m, 4)) {
         std::optional<double> dev = wordReal(m, 4);
         if (!dev) return failedCommand(m);
         d.deviat.fill(*dev);
-        d.iStat(43) = 1;
+        d.iStat(row::deviatSet) = 1;
     }
     return Outcome::Done;
 }
@@ -71,12 +71,12 @@ Outcome monteCarloWords(MonitorState& m) {
 Outcome extraWords(MonitorState& m, int method) {
     E4DataSetRecord& d = E4DataSet;
     if (method == 12 && !wordBlank(m, 3)) {
-        if (std::optional<int> v = wordInt(m, 3)) d.iStat(55) = *v;
+        if (std::optional<int> v = wordInt(m, 3)) d.iStat(row::boundsMode) = *v;
     }
     if (method == 14 && !wordBlank(m, 3)) {
         std::optional<int> v = wordInt(m, 3);
-        d.iStat(56) = v.value_or(0);
-        if (d.iStat(56) == 0 && !interactive()) return failedCommand(m);
+        d.iStat(row::cdVariable) = v.value_or(0);
+        if (d.iStat(row::cdVariable) == 0 && !interactive()) return failedCommand(m);
     }
     if (method == 16 || method == 17) return monteCarloWords(m);
     return Outcome::Done;
@@ -104,7 +104,7 @@ Outcome E4CmdMethod(MonitorState& m) {
             setWord(m, 2, "");
             continue;
         }
-        E4DataSet.iStat(2) = method;
+        E4DataSet.iStat(row::methodRunning) = method;
         return extraWords(m, method);
     }
 }

@@ -33,9 +33,9 @@ void startSession(MonitorState& m) {
     fallbackName(d.svName, "zemsav.txt");
     fallbackName(d.hpName, "C:\\Zemok\\zemok.hlp");
     for (int r = 1; r <= kStatRows; ++r) d.iStat(r) = 0;
-    d.iStat(97) = 123;
-    d.iStat(98) = 0;
-    d.iStat(7) = 1;
+    d.iStat(row::firstSeed) = 123;
+    d.iStat(row::secondSeed) = 0;
+    d.iStat(row::messageLevel) = 1;
     m.status = 0;
     m.eps = X02RMDC(2);
     m.rBig = X02RMDC(5);

@@ -15,7 +15,7 @@
 namespace {
 
 void applyLevelRule() {
-    E4DataSet.iStat(6) = E4DataSet.iStat(7) < 3 ? 0 : 1;
+    E4DataSet.iStat(row::terminalStopping) = E4DataSet.iStat(row::messageLevel) < 3 ? 0 : 1;
 }
 
 // Opens `name` for reading on `channel`; false when it cannot be opened.
@@ -34,7 +34,7 @@ Outcome autoMode(MonitorState& m) {
             sysinf.crUnit = sysinf.inUnit;
             return failedCommand(m);
         }
-        d.iStat(21) = 1;
+        d.iStat(row::commandFileOpen) = 1;
     }
     if (unit::isTerminal(sysinf.drUnit)) {
         sysinf.drUnit = channelTable.ZEMOKdataUnit;
@@ -42,7 +42,7 @@ Outcome autoMode(MonitorState& m) {
             sysinf.drUnit = sysinf.inUnit;
             return failedCommand(m);
         }
-        d.iStat(22) = 1;
+        d.iStat(row::dataFileOpen) = 1;
     }
     return Outcome::Done;
 }
@@ -65,7 +65,7 @@ Outcome E4CmdMessage(MonitorState& m) {
         if (a == 'E') return Outcome::Clear;
         std::optional<int> level = wordInt(m, 2);
         if (!level) return illegalCommand(m);
-        E4DataSet.iStat(7) = *level;
+        E4DataSet.iStat(row::messageLevel) = *level;
         applyLevelRule();
         return Outcome::Done;
     }
@@ -76,7 +76,7 @@ Outcome E4CmdTMode(MonitorState& m) {
     if (a == 'H') {
         helpSection("T-M");
     } else {
-        E4DataSet.iStat(6) = a == 'N' ? 0 : 1;
+        E4DataSet.iStat(row::terminalStopping) = a == 'N' ? 0 : 1;
     }
     return Outcome::Done;
 }
@@ -131,7 +131,7 @@ Outcome E4CmdStep(MonitorState& m) {
         E04MES("Wrong step size, not a number");
         setWord(m, 2, "");
     }
-    if (d.iStat(59) == 0) {
+    if (d.iStat(row::directSet) == 0) {
         E04MES("ERROR: Direction vector not specified.");
         return illegalCommand(m);
     }

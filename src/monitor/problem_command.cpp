@@ -29,31 +29,31 @@ void settleStartPoint() {
             continue;
         }
         ++nFree;
-        if (d.iStat(51) == 0) d.bL(i) = -big;
-        if (d.iStat(52) == 0) d.bU(i) = big;
+        if (d.iStat(row::bLSet) == 0) d.bL(i) = -big;
+        if (d.iStat(row::bUSet) == 0) d.bU(i) = big;
     }
-    d.iStat(36) = nFree;
-    d.iStat(51) = d.iStat(52) = 1;
-    if (d.iStat(54) == 0) {
+    d.iStat(row::nFree) = nFree;
+    d.iStat(row::bLSet) = d.iStat(row::bUSet) = 1;
+    if (d.iStat(row::xScaleSet) == 0) {
         for (int i = 1; i <= n; ++i) d.xScale(i) = 1.0;
     }
 }
 
 void askMessageLevel() {
     E4DataSetRecord& d = E4DataSet;
-    if (!interactive() || d.iStat(7) <= 1) return;
-    write(sysinf.outUnit, "(\" Message level is equal to \",I2,/)", d.iStat(7));
+    if (!interactive() || d.iStat(row::messageLevel) <= 1) return;
+    write(sysinf.outUnit, "(\" Message level is equal to \",I2,/)", d.iStat(row::messageLevel));
     if (askYesNo("Reset this value?", "Y", sysinf.CursorPosition) != 'N') {
-        d.iStat(7) = 1;
-        d.iStat(6) = 0;
+        d.iStat(row::messageLevel) = 1;
+        d.iStat(row::terminalStopping) = 0;
     }
 }
 
 Outcome problemChange(MonitorState& m, int code) {
     E4DataSetRecord& d = E4DataSet;
-    d.iStat(1) = code;
+    d.iStat(row::problemCode) = code;
     E4RST1("ALL");
-    d.iStat(30) = d.iStat(31) = d.iStat(32) = 0;
+    d.iStat(row::functionEvaluations) = d.iStat(row::iterations) = d.iStat(row::gradientEvaluations) = 0;
     int minutes = 0;
     double seconds = 0;
     Z02CPUT(0, minutes, seconds, sysinf.dwUnit);
@@ -64,9 +64,9 @@ Outcome problemChange(MonitorState& m, int code) {
         d.nVar() = n.value_or(0);
     }
     askMessageLevel();
-    d.iStat(54) = d.iStat(57) = 0;
+    d.iStat(row::xScaleSet) = d.iStat(row::xScaled) = 0;
     d.fStart = E4FUN1(d.xStart.data());
-    d.iStat(101) = d.iStat(103) = 0;
+    d.iStat(row::userDialogue) = d.iStat(row::userTypeChange) = 0;
     settleStartPoint();
     return Outcome::Done;
 }
@@ -95,18 +95,18 @@ Outcome userDialogueAgain(MonitorState& m, int flagRow) {
 
 Outcome userOutput(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
-    d.iStat(104) = -1;
+    d.iStat(row::userOutputLevel) = -1;
     char c = wordBlank(m, 4) ? ' ' : wordText(m, 4)[0];
-    if (c >= '0' && c <= '9') d.iStat(104) = c - '0';
-    while (d.iStat(104) < 0) {
+    if (c >= '0' && c <= '9') d.iStat(row::userOutputLevel) = c - '0';
+    while (d.iStat(row::userOutputLevel) < 0) {
         if (!interactive()) return incompleteCommand(m);
         int flag = 1;
         I05ASKI("Output mode flag? (positive or press CR)", flag, replyComments(),
                 sysinf.CursorPosition);
-        d.iStat(104) = flag;
+        d.iStat(row::userOutputLevel) = flag;
     }
     d.fEnd = E4FUN1(d.xEnd.data());
-    d.iStat(104) = 0;
+    d.iStat(row::userOutputLevel) = 0;
     return Outcome::Done;
 }
 
@@ -114,13 +114,13 @@ Outcome userProblem(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     char b = firstLetter(m, 3);
     if (b == 'D' || b == 'N') {
-        if (d.nVar() != 0 && d.iStat(1) == kUserProblem) return userDialogueAgain(m, b == 'D' ? 101 : 103);
+        if (d.nVar() != 0 && d.iStat(row::problemCode) == kUserProblem) return userDialogueAgain(m, b == 'D' ? row::userDialogue : row::userTypeChange);
         return problemChange(m, kUserProblem);
     }
     if (b == 'O') return userOutput(m);
     if (!wordBlank(m, 3)) {
         char c = wordText(m, 3)[0];
-        if (c > '0' && c <= '9') d.iStat(102) = c - '0';
+        if (c > '0' && c <= '9') d.iStat(row::userType) = c - '0';
     }
     return problemChange(m, kUserProblem);
 }
@@ -158,9 +158,9 @@ bool testProblem(MonitorState& m, Outcome& out) {
 
 // PROBLEM with no known second word: ask, or complete it from the problem held.
 bool chooseProblem(MonitorState& m, Outcome& out) {
-    if (E4DataSet.iStat(1) != 0) {
+    if (E4DataSet.iStat(row::problemCode) != 0) {
         for (int n = kWordCount; n > 2; --n) m.word(n) = m.word(n - 1);
-        setWord(m, 2, E4DataSet.iStat(1) < kUserProblem ? "TEST" : "USER");
+        setWord(m, 2, E4DataSet.iStat(row::problemCode) < kUserProblem ? "TEST" : "USER");
         setLine(m, joinedWords(m));
         return out = Outcome::Rewrite, true;
     }

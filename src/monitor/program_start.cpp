@@ -55,7 +55,7 @@ void endOfJob() {
     int status = 0;
     I5WRA1(out, d.xStart.data(), 1, 1, d.nVar(), "", status);
     write(out, "(1X,/,1X,'after ',I10,' function evaluations,',/,7X,I10,' gradient evaluations,',/,7X,I10,' iterations')",
-          d.iStat(30), d.iStat(32), d.iStat(31));
+          d.iStat(row::functionEvaluations), d.iStat(row::gradientEvaluations), d.iStat(row::iterations));
     int minutes = 0;
     double seconds = 0;
     Z02CPUT(1, minutes, seconds, out);

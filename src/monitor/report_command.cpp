@@ -50,30 +50,30 @@ void pressReturn(int ch) {
 void heading(int ch) {
     const E4DataSetRecord& d = E4DataSet;
     write(ch, "(A,/,1X,A11,\" time \",A8,/)", "", dateText(), timeText());
-    int problem = d.iStat(1) == 0 ? 21 : d.iStat(1);
+    int problem = d.iStat(row::problemCode) == 0 ? 21 : d.iStat(row::problemCode);
     std::string title = trimmed(problemTitle(problem)) + " (" + std::to_string(d.nVar()) + "-dimensional)";
-    labelled(ch, "Objective function", title, problem == 20 ? std::to_string(d.iStat(102)) : "", 25, 0);
-    int method = d.iStat(2);
+    labelled(ch, "Objective function", title, problem == 20 ? std::to_string(d.iStat(row::userType)) : "", 25, 0);
+    int method = d.iStat(row::methodRunning);
     labelled(ch, "Chosen algorithm", trimmed(methodRow(method == 0 ? 20 : method)), "", 25, 55);
-    if (method >= 1 && method <= 11) labelled(ch, "Gradient scheme", trimmed(gradientSchemeRow(d.iStat(8))), "", 25, 0);
+    if (method >= 1 && method <= 11) labelled(ch, "Gradient scheme", trimmed(gradientSchemeRow(d.iStat(row::gradientScheme))), "", 25, 0);
     if (method >= 1 && method <= 14 && method != 12)
-        labelled(ch, "Local termination", trimmed(localTerminationRow(d.iStat(9))), "", 25, 0);
-    if (method != 12) labelled(ch, "Overall termination", trimmed(overallTerminationRow(d.iStat(10))), "", 25, 0);
+        labelled(ch, "Local termination", trimmed(localTerminationRow(d.iStat(row::localTermination))), "", 25, 0);
+    if (method != 12) labelled(ch, "Overall termination", trimmed(overallTerminationRow(d.iStat(row::overallTermination))), "", 25, 0);
     write(ch, "(A)", "");
 }
 
 void numbers(int ch, const MonitorState& m) {
     const E4DataSetRecord& d = E4DataSet;
-    for (int row = 30; row <= 36; ++row) numberLine(ch, row, std::to_string(d.iStat(row)));
+    for (int r = row::functionEvaluations; r <= row::nFree; ++r) numberLine(ch, r, std::to_string(d.iStat(r)));
     labelled(ch, "maximum allowed number of variables", std::to_string(kMaxVar), "", 50, 0);
-    numberLine(ch, 37, realText(d.fEnd));
-    numberLine(ch, 41, realText(d.rFTol));
-    numberLine(ch, 42, realText(d.tolScl), d.iStat(11) != 0 ? "(ON)  " : "(OFF) ");
-    numberLine(ch, 44, realText(d.hCond), d.iStat(12) != 0 ? "(ON)  " : "(OFF) ");
+    numberLine(ch, row::fSet, realText(d.fEnd));
+    numberLine(ch, row::rFTolSet, realText(d.rFTol));
+    numberLine(ch, row::tolSclSet, realText(d.tolScl), d.iStat(row::tolMultiplierSwitch) != 0 ? "(ON)  " : "(OFF) ");
+    numberLine(ch, row::hCondSet, realText(d.hCond), d.iStat(row::hCondSwitch) != 0 ? "(ON)  " : "(OFF) ");
     labelled(ch, "temperature and scedule factor", realText(d.temper) + ", " + realText(d.Tsced), "", 50, 0);
-    numberLine(ch, 45, realText(d.FrlErr));
+    numberLine(ch, row::FrlErrSet, realText(d.FrlErr));
     labelled(ch, "relative machine precision", realText(m.eps), "", 50, 0);
-    labelled(ch, "message level", std::to_string(d.iStat(7)), "", 50, 0);
+    labelled(ch, "message level", std::to_string(d.iStat(row::messageLevel)), "", 50, 0);
     pressReturn(ch);
 }
 
@@ -89,12 +89,12 @@ void argumentBlocks(int ch) {
     int status = 0;
     write(ch, "(1X,70(\"-\"))");
     I5WIA1(ch, d.iFixer.data(), 1, 1, n, "fixative-vector", status);
-    if (d.iStat(38)) realBlock(ch, iStatComment(38), d.xEnd.data(), 1, 1, n);
-    if (d.iStat(54) && d.iStat(57)) realBlock(ch, iStatComment(54), d.xScale.data(), 1, 1, n);
-    if (d.iStat(2) == 12 && d.iStat(51)) realBlock(ch, iStatComment(51), d.bL.data(), 1, 1, n);
-    if (d.iStat(2) == 12 && d.iStat(52)) realBlock(ch, iStatComment(52), d.bU.data(), 1, 1, n);
-    if (d.iStat(53)) {
-        realBlock(ch, iStatComment(53), d.stpMax.data(), 1, 1, n);
+    if (d.iStat(row::xStartSet)) realBlock(ch, iStatComment(row::xStartSet), d.xEnd.data(), 1, 1, n);
+    if (d.iStat(row::xScaleSet) && d.iStat(row::xScaled)) realBlock(ch, iStatComment(row::xScaleSet), d.xScale.data(), 1, 1, n);
+    if (d.iStat(row::methodRunning) == 12 && d.iStat(row::bLSet)) realBlock(ch, iStatComment(row::bLSet), d.bL.data(), 1, 1, n);
+    if (d.iStat(row::methodRunning) == 12 && d.iStat(row::bUSet)) realBlock(ch, iStatComment(row::bUSet), d.bU.data(), 1, 1, n);
+    if (d.iStat(row::stpMaxSet)) {
+        realBlock(ch, iStatComment(row::stpMaxSet), d.stpMax.data(), 1, 1, n);
         pressReturn(ch);
     }
 }
@@ -102,31 +102,31 @@ void argumentBlocks(int ch) {
 void hessianBlocks(int ch, char c) {
     E4DataSetRecord& d = E4DataSet;
     const int n = d.nVar();
-    if (c == 'D' && d.iStat(49)) realBlock(ch, iStatComment(49), d.Hdiag.data(), 1, 1, n);
-    if (c == 'M' && d.iStat(50)) realBlock(ch, iStatComment(50), d.Hesse.data(), kMaxVar, n, n);
-    if (c == 'E' && d.iStat(50)) {
-        if (d.iStat(60)) realBlock(ch, iStatComment(60), d.R_eigen.data(), 1, 1, n);
-        if (d.iStat(61)) realBlock(ch, iStatComment(61), d.V_eigen.data(), kMaxVar, n, n);
+    if (c == 'D' && d.iStat(row::HdiagSet)) realBlock(ch, iStatComment(row::HdiagSet), d.Hdiag.data(), 1, 1, n);
+    if (c == 'M' && d.iStat(row::HesseSet)) realBlock(ch, iStatComment(row::HesseSet), d.Hesse.data(), kMaxVar, n, n);
+    if (c == 'E' && d.iStat(row::HesseSet)) {
+        if (d.iStat(row::R_eigenSet)) realBlock(ch, iStatComment(row::R_eigenSet), d.R_eigen.data(), 1, 1, n);
+        if (d.iStat(row::V_eigenSet)) realBlock(ch, iStatComment(row::V_eigenSet), d.V_eigen.data(), kMaxVar, n, n);
     }
 }
 
 void searchBlocks(int ch) {
     E4DataSetRecord& d = E4DataSet;
-    const int n = d.nVar(), method = d.iStat(2);
+    const int n = d.nVar(), method = d.iStat(row::methodRunning);
     bool monteCarlo = method == 16 || method == 17;
-    if (d.iStat(39) && !monteCarlo) realBlock(ch, iStatComment(39), d.xStep.data(), 1, 1, n);
-    if (d.iStat(47) && method >= 1 && method <= 12) realBlock(ch, iStatComment(47), d.finDif.data(), 1, 1, n);
-    if (d.iStat(40) && !monteCarlo) realBlock(ch, iStatComment(40), d.rXTol.data(), 1, 1, n);
-    if (method == 17 || (method == 16 && d.iStat(43))) realBlock(ch, iStatComment(43), d.deviat.data(), 1, 1, n);
-    if (d.iStat(59)) realBlock(ch, iStatComment(59), d.direct.data(), 1, 1, n);
+    if (d.iStat(row::xStepSet) && !monteCarlo) realBlock(ch, iStatComment(row::xStepSet), d.xStep.data(), 1, 1, n);
+    if (d.iStat(row::finDifSet) && method >= 1 && method <= 12) realBlock(ch, iStatComment(row::finDifSet), d.finDif.data(), 1, 1, n);
+    if (d.iStat(row::rXTolSet) && !monteCarlo) realBlock(ch, iStatComment(row::rXTolSet), d.rXTol.data(), 1, 1, n);
+    if (method == 17 || (method == 16 && d.iStat(row::deviatSet))) realBlock(ch, iStatComment(row::deviatSet), d.deviat.data(), 1, 1, n);
+    if (d.iStat(row::directSet)) realBlock(ch, iStatComment(row::directSet), d.direct.data(), 1, 1, n);
 }
 
 void vectorBlocks(int ch, const MonitorState& m, char b) {
     E4DataSetRecord& d = E4DataSet;
     if (d.nVar() == 0) return;
     if (b == 'D' || b == 'X') argumentBlocks(ch);
-    if ((b == 'D' || b == 'G') && d.iStat(48) && d.iStat(32) && d.iStat(2) >= 1 && d.iStat(2) <= 12)
-        realBlock(ch, iStatComment(48), d.gEnd.data(), 1, 1, d.nVar());
+    if ((b == 'D' || b == 'G') && d.iStat(row::gEndSet) && d.iStat(row::gradientEvaluations) && d.iStat(row::methodRunning) >= 1 && d.iStat(row::methodRunning) <= 12)
+        realBlock(ch, iStatComment(row::gEndSet), d.gEnd.data(), 1, 1, d.nVar());
     if (wordBegins(m, 3, "HES")) hessianBlocks(ch, firstLetter(m, 4));
     if (b == 'D') searchBlocks(ch);
 }
@@ -172,7 +172,7 @@ void environmentBlock(int ch) {
           "\" ZEMOK storage file - \",A,\", channel = \",I2,/)",
           sysinf.CPUtype, sysinf.OStype, sysinf.FileSystemType, sysinf.screenW, sysinf.screenH,
           d.hpName, d.crName, sysinf.crUnit, d.drName, sysinf.drUnit, d.dwName, sysinf.dwUnit,
-          d.svName, d.iStat(20));
+          d.svName, d.iStat(row::saveChannel));
 }
 
 // Step 2: the channel of the report; false when the command was rewritten.

@@ -33,7 +33,7 @@ void warn(std::string_view head, int value, std::string_view advice, int recomme
 // Warnings about the limits of iterations and evaluations (interactive).
 void limitWarnings() {
     const E4DataSetRecord& d = E4DataSet;
-    const int n = d.iStat(36), method = d.iStat(2), maxNFE = d.iStat(33), maxITR = d.iStat(34);
+    const int n = d.iStat(row::nFree), method = d.iStat(row::methodRunning), maxNFE = d.iStat(row::maxNFE), maxITR = d.iStat(row::maxITR);
     if (method >= 2 && method <= 14 && commandsFromTerminal()) {
         if (maxITR > 100 * n)
             warn("ZEMOK -W- Maximum number of iterations seems too large: ", maxITR,
@@ -57,20 +57,20 @@ void limitWarnings() {
 
 void callMinimizer() {
     int iFlag = 0;
-    if (E4DataSet.iStat(2) == 15) E04DSMNM(iFlag);
+    if (E4DataSet.iStat(row::methodRunning) == 15) E04DSMNM(iFlag);
     E4DataSet.iFlag = iFlag;
 }
 
 Outcome firstPass(MonitorState& m, bool isContinue) {
     E4DataSetRecord& d = E4DataSet;
     if (isContinue) {
-        if (d.iStat(30) < 2 || d.iStat(2) != d.iStat(3) || d.iStat(31) == 0) {
+        if (d.iStat(row::functionEvaluations) < 2 || d.iStat(row::methodRunning) != d.iStat(row::methodDone) || d.iStat(row::iterations) == 0) {
             setLine(m, "RUN");
             return Outcome::Rewrite;
         }
-        d.iStat(5) = 1;
+        d.iStat(row::computationMode) = 1;
     } else {
-        d.iStat(3) = d.iStat(5) = d.iStat(50) = 0;
+        d.iStat(row::methodDone) = d.iStat(row::computationMode) = d.iStat(row::HesseSet) = 0;
         startFromEndPoint();
     }
     m.guards[kRunGuard] = 3;
@@ -88,7 +88,7 @@ Outcome lastPass(MonitorState& m) {
             return Outcome::Clear;
         }
     }
-    if (E4DataSet.iStat(5) == 0) startFromEndPoint();
+    if (E4DataSet.iStat(row::computationMode) == 0) startFromEndPoint();
     callMinimizer();
     return Outcome::Done;
 }
@@ -101,7 +101,7 @@ Outcome runOrContinue(MonitorState& m, bool isContinue) {
     if (m.guards[kReportGuard] == 4) return lastPass(m);
     if (m.guards[kRunGuard] != 3) return firstPass(m, isContinue);
     m.guards[kRunGuard] = 0;
-    if (E4DataSet.iStat(7) > 9) E4DataSet.iStat(7) = 1;
+    if (E4DataSet.iStat(row::messageLevel) > 9) E4DataSet.iStat(row::messageLevel) = 1;
     if (isContinue) return lastPass(m);
     write(writerChannel(sysinf.dwUnit), "(1X,70(\"/\"),/,/,\" ZEMOK --- Version 5.6 rev. \",A,\"reports current information:\")",
           kRevision);
@@ -122,14 +122,14 @@ bool evaluateForm(MonitorState& m, Outcome& out) {
     int status = 0;
     out = Outcome::Done;
     if (a == 'F' && (b == ' ' || b == 'V')) {
-        const int level = d.iStat(7);
-        if (level < 6) d.iStat(7) = 5;
+        const int level = d.iStat(row::messageLevel);
+        if (level < 6) d.iStat(row::messageLevel) = 5;
         d.fEnd = E4FUN1(d.xEnd);
-        d.iStat(7) = level;
+        d.iStat(row::messageLevel) = level;
     } else if (a == 'F' && b == 'E') {
         E4ERR1(d.xEnd.data(), d.fEnd, status, "E4MON1");
     } else if ((a == 'F' || a == 'A') && b == 'T') {
-        d.iStat(a == 'F' ? 41 : 40) = 0;
+        d.iStat(a == 'F' ? row::rFTolSet : row::rXTolSet) = 0;
         Vec1<double, kMaxVar> xTol;
         double fTol = 0;
         E4TOL1(d.xEnd.data(), d.fEnd, xTol.data(), fTol, status, "E4MON1");

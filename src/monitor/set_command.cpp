@@ -23,14 +23,14 @@ Step askCode(MonitorState& m, int n, int last, std::string (*row)(int), Outcome&
     return Step::Again;
 }
 
-Step setCode(MonitorState& m, int n, int last, int allowed, int row, std::string (*rows)(int),
+Step setCode(MonitorState& m, int n, int last, int allowed, int statRow, std::string (*rows)(int),
              Outcome& out) {
     if (wordBlank(m, n)) return askCode(m, n, last, rows, out);
     std::optional<int> v = wordInt(m, n);
     if (!v || *v < 0 || *v > allowed) {
         out = illegalCommand(m);
     } else {
-        E4DataSet.iStat(row) = *v;
+        E4DataSet.iStat(statRow) = *v;
         out = Outcome::Done;
     }
     return Step::End;
@@ -46,10 +46,10 @@ struct LogicalChannel {
 
 LogicalChannel logicalChannel(char which) {
     if (which == 'C')
-        return {&sysinf.crUnit, 21, channelTable.CommandFileUnit, sysinf.inUnit, "Command file NOT OPENED!"};
+        return {&sysinf.crUnit, row::commandFileOpen, channelTable.CommandFileUnit, sysinf.inUnit, "Command file NOT OPENED!"};
     if (which == 'R')
-        return {&sysinf.drUnit, 22, channelTable.ZEMOKdataUnit, sysinf.inUnit, "Data source file NOT OPENED!"};
-    return {&sysinf.dwUnit, 23, channelTable.ZEMOKoutputUnit, sysinf.outUnit, "Output data file NOT OPENED!"};
+        return {&sysinf.drUnit, row::dataFileOpen, channelTable.ZEMOKdataUnit, sysinf.inUnit, "Data source file NOT OPENED!"};
+    return {&sysinf.dwUnit, row::outputFileOpen, channelTable.ZEMOKoutputUnit, sysinf.outUnit, "Output data file NOT OPENED!"};
 }
 
 Step setChannel(MonitorState& m, Outcome& out) {
@@ -81,7 +81,7 @@ Step setChannel(MonitorState& m, Outcome& out) {
 
 Step setStatusElement(MonitorState& m, Outcome& out) {
     int n = wordBlank(m, 3) ? 0 : wordInt(m, 3).value_or(-1);
-    if (n < 0 || n > 105) {
+    if (n < 0 || n > kStatRows) {
         out = illegalCommand(m);
         return Step::End;
     }
@@ -108,7 +108,7 @@ Step setDirection(MonitorState& m, Outcome& out) {
     E4DataSetRecord& d = E4DataSet;
     out = Outcome::Done;
     if (!wordBegins(m, 3, "HES")) return Step::End;
-    if (d.iStat(61) == 0) {
+    if (d.iStat(row::V_eigenSet) == 0) {
         setLine(m, "EVALUATE,HESSE");
         out = Outcome::Prerequisite;
         return Step::End;
@@ -128,24 +128,24 @@ Step setDirection(MonitorState& m, Outcome& out) {
         return Step::Again;
     }
     for (int i = 1; i <= d.nVar(); ++i) d.direct(i) = d.V_eigen(i, *k);
-    d.iStat(59) = 1;
+    d.iStat(row::directSet) = 1;
     return Step::End;
 }
 
 Outcome setConditionLimit(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     if (wordBegins(m, 3, "OF")) {
-        d.iStat(12) = 0;
+        d.iStat(row::hCondSwitch) = 0;
         return Outcome::Done;
     }
-    if (d.iStat(44) == 0) {
+    if (d.iStat(row::hCondSet) == 0) {
         if (interactive()) {
             setLine(m, "LOAD,,hCond");
             return Outcome::Prerequisite;
         }
         d.hCond = 1000.0;
     }
-    d.iStat(12) = 1;
+    d.iStat(row::hCondSwitch) = 1;
     return Outcome::Done;
 }
 
@@ -165,20 +165,20 @@ void scaleArguments(bool on) {
 Outcome setScaling(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     if (wordBegins(m, 3, "OF")) {
-        if (d.iStat(57) != 0) {
-            if (d.iStat(54) != 0) scaleArguments(false);
-            d.iStat(57) = 0;
+        if (d.iStat(row::xScaled) != 0) {
+            if (d.iStat(row::xScaleSet) != 0) scaleArguments(false);
+            d.iStat(row::xScaled) = 0;
         }
         return Outcome::Done;
     }
-    if (d.iStat(57) != 0) {
+    if (d.iStat(row::xScaled) != 0) {
         write(sysinf.outUnit, "(A)", " Argument values already scaled!");
-    } else if (d.iStat(54) == 0) {
+    } else if (d.iStat(row::xScaleSet) == 0) {
         setLine(m, "LOAD,,XSCALE");
         return Outcome::Prerequisite;
     } else {
         scaleArguments(true);
-        d.iStat(57) = 1;
+        d.iStat(row::xScaled) = 1;
     }
     return Outcome::Done;
 }
@@ -186,11 +186,11 @@ Outcome setScaling(MonitorState& m) {
 Step termination(MonitorState& m, Outcome& out) {
     char b = firstLetter(m, 3);
     out = Outcome::Done;
-    if (b == 'L') return setCode(m, 4, 5, 5, 9, localTerminationRow, out);
+    if (b == 'L') return setCode(m, 4, 5, 5, row::localTermination, localTerminationRow, out);
     if (b == 'O') {
-        E4DataSet.iStat(10) = firstLetter(m, 4) == 'W' ? 1 : 0;
+        E4DataSet.iStat(row::overallTermination) = firstLetter(m, 4) == 'W' ? 1 : 0;
     } else if (b == 'M') {
-        E4DataSet.iStat(11) = wordBegins(m, 4, "OF") ? 0 : 1;
+        E4DataSet.iStat(row::tolMultiplierSwitch) = wordBegins(m, 4, "OF") ? 0 : 1;
     } else {
         if (!commandsFromTerminal()) {
             out = illegalCommand(m);
@@ -214,7 +214,7 @@ Step setPass(MonitorState& m, Outcome& out) {
         helpSection("SET");
         return Step::End;
     }
-    if (a == 'G') return setCode(m, 3, 3, 4, 8, gradientSchemeRow, out);
+    if (a == 'G') return setCode(m, 3, 3, 4, row::gradientScheme, gradientSchemeRow, out);
     if (a == 'T') return termination(m, out);
     if (wordBegins(m, 2, "CR") || wordBegins(m, 2, "DR") || wordBegins(m, 2, "DW"))
         return setChannel(m, out);

@@ -26,7 +26,7 @@ struct NoiseState {
 NoiseState state;
 
 int out() { return writerChannel(sysinf.dwUnit); }
-int level() { return E4DataSet.iStat(7); }
+int level() { return E4DataSet.iStat(row::messageLevel); }
 bool isFree(int i) { return E4DataSet.iFixer(i) != 0; }
 
 void writeVector(const double* v) {
@@ -68,7 +68,7 @@ void direction(Search& s) {
         d.aux2(i) = 0;
         if (!isFree(i)) continue;
         double xi = std::fabs(s.x[i - 1]) + 1.0;
-        bool stepGiven = d.iStat(39) != 0 && d.xStep(i) != 0;
+        bool stepGiven = d.iStat(row::xStepSet) != 0 && d.xStep(i) != 0;
         d.aux2(i) = stepGiven ? std::fabs(d.xStep(i)) : xi;
         norm += d.aux2(i) * d.aux2(i);
         sum += 4.0 * xi * xi * std::pow(s.eps / s.A, 0.66666);
@@ -136,7 +136,7 @@ bool stepSearch(Search& s) {
         if (s.C < s.DFMIN) state.RELSTP *= 11.0;
         measure = true;
         if (state.RELSTP != state.RLSNEW) {
-            if (d.iStat(30) - s.nfe0 <= 30) {
+            if (d.iStat(row::functionEvaluations) - s.nfe0 <= 30) {
                 if (level() >= 1)
                     write(out(),
                           "(' E4ERR1 --- RELSTP =',1P,G14.6,' .NE. RLSNEW =',1P,G14.6,/,12X,"
@@ -167,14 +167,14 @@ void resetComputationalNoise() { state = NoiseState{}; }
 
 void E4ERR1(double* x, double& f, int& err, std::string_view name) {
     E4DataSetRecord& d = E4DataSet;
-    Search s{.x = x, .f = f, .eps = X02RMDC(2), .nfe0 = d.iStat(30)};
-    if (d.nVar() == 0 || d.iStat(36) == 0 || d.iStat(38) == 0) {
+    Search s{.x = x, .f = f, .eps = X02RMDC(2), .nfe0 = d.iStat(row::functionEvaluations)};
+    if (d.nVar() == 0 || d.iStat(row::nFree) == 0 || d.iStat(row::xStartSet) == 0) {
         err = 10;
         write(out(), "(A)", " E4ERR1 -E- WRONG INPUT DATA");
         returnLine("E4ERR1", name);
         return;
     }
-    if (d.iStat(30) == 0 || d.iStat(37) == 0) f = E4FUN1(x);
+    if (d.iStat(row::functionEvaluations) == 0 || d.iStat(row::fSet) == 0) f = E4FUN1(x);
     s.f = f;
     s.A = std::fabs(f) + 1.0;
     direction(s);
@@ -191,12 +191,12 @@ void E4ERR1(double* x, double& f, int& err, std::string_view name) {
     }
     d.FrlErr = std::max(s.eps, N / s.A);
     if (level() >= 1) write(out(), "(12X,'REL/ABS value =',19X,1P,G14.6)", d.FrlErr);
-    d.iStat(45) += 1;
+    d.iStat(row::FrlErrSet) += 1;
     if (tableBuilt && (level() >= 4 || (level() >= 1 && s.err != 0))) state.table.print(out());
     err = s.err;
-    if (d.iStat(39) == 0) {
+    if (d.iStat(row::xStepSet) == 0) {
         deriveSteps(x, s.A, s.L, state.RELSTP, state.table, level(), out());
-        d.iStat(39) = 1;
+        d.iStat(row::xStepSet) = 1;
         if (level() >= 1) writeVector(d.xStep.data());
     }
     returnLine("E4ERR1", name);

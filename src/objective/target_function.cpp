@@ -18,7 +18,7 @@ namespace {
 constexpr int kUserProblem = 20;
 constexpr int kMessageWidth = 80;
 
-bool argumentsScaled() { return E4DataSet.iStat(54) != 0 && E4DataSet.iStat(57) != 0; }
+bool argumentsScaled() { return E4DataSet.iStat(row::xScaleSet) != 0 && E4DataSet.iStat(row::xScaled) != 0; }
 
 // Divides (back to the problem's own coordinates) or multiplies (into the
 // search's coordinates) every free variable by its scaling factor.
@@ -62,7 +62,7 @@ bool evaluateTestProblem(int code, double* x, bool first, double& f) {
     }
     const int n = E4DataSet.nVar();
     f = testProblemValue(code, x, n);
-    const bool verbose = E4DataSet.iStat(7) > 5;
+    const bool verbose = E4DataSet.iStat(row::messageLevel) > 5;
     if (verbose || (first && code != 10)) announceDimension(n, dimensionTail(code));
     if (sysinf.MODEE4 == 0) {
         if (first) askAddedConstant();
@@ -79,13 +79,13 @@ bool evaluateUserProblem(double* x, bool first, double& f) {
     const int n = ds.nVar();
     if (n == 0) return false;
     if (first) {
-        if (ds.iStat(34) == 0) ds.iStat(34) = 10 * n;
-        if (ds.iStat(33) == 0) ds.iStat(33) = (n + 15 + n / 3) * ds.iStat(34);
-        if (ds.iStat(54) == 0) {
+        if (ds.iStat(row::maxITR) == 0) ds.iStat(row::maxITR) = 10 * n;
+        if (ds.iStat(row::maxNFE) == 0) ds.iStat(row::maxNFE) = (n + 15 + n / 3) * ds.iStat(row::maxITR);
+        if (ds.iStat(row::xScaleSet) == 0) {
             for (int i = 1; i <= n; ++i) ds.xScale(i) = 1.0;
         }
     }
-    if (first || ds.iStat(7) > 5) announceDimension(n, "-dimensional user's problem");
+    if (first || ds.iStat(row::messageLevel) > 5) announceDimension(n, "-dimensional user's problem");
     return true;
 }
 
@@ -101,26 +101,26 @@ void announceDimension(int n, std::string_view tail) {
 
 double E4FUN1(double* x) {
     E4DataSetRecord& ds = E4DataSet;
-    const int code = ds.iStat(1);
+    const int code = ds.iStat(row::problemCode);
     if (code < 1 || (code > kTestProblems && code < kUserProblem)) {
         E04MES("E4FUN1 -E- No target function specified!");
         return 0.0;
     }
-    const bool first = ds.iStat(30) == 0;
-    if (ds.iStat(30) > 0 && argumentsScaled()) unscale(x);
+    const bool first = ds.iStat(row::functionEvaluations) == 0;
+    if (ds.iStat(row::functionEvaluations) > 0 && argumentsScaled()) unscale(x);
 
     double f = 0.0;
     const bool evaluated = code < kUserProblem ? evaluateTestProblem(code, x, first, f)
                                                : evaluateUserProblem(x, first, f);
     if (!evaluated) return f;
 
-    ds.iStat(37) = 1;
-    ds.iStat(38) = 1;
-    ++ds.iStat(30);
+    ds.iStat(row::fSet) = 1;
+    ds.iStat(row::xStartSet) = 1;
+    ++ds.iStat(row::functionEvaluations);
     if (argumentsScaled()) scale(x);
-    if (ds.iStat(7) > 4) {
+    if (ds.iStat(row::messageLevel) > 4) {
         write(writerChannel(sysinf.dwUnit), "(' Function no. ',I2,', ',I7,' value =',1P,G24.16)", code,
-              ds.iStat(30), f);
+              ds.iStat(row::functionEvaluations), f);
     }
     return f;
 }

@@ -11,11 +11,11 @@ constexpr int kProblemTitles = 21;
 constexpr int kProblemTitleWidth = 50;
 
 // The value of the function being minimized at x (x[0] is x(1); nVar
-// entries).  Problem code iStat(1): 1..14 the test problems, 20 and above the
-// user's problem USERF.  The first call of a problem (iStat(30) 0) writes the
+// entries).  Problem code iStat(row::problemCode): 1..14 the test problems, 20 and above the
+// user's problem USERF.  The first call of a problem (iStat(row::functionEvaluations) 0) writes the
 // start point into x and sets up the problem; on later calls x is unscaled in
 // place for the evaluation and scaled again before the return.  Counts the
-// evaluation in iStat(30).
+// evaluation in iStat(row::functionEvaluations).
 double E4FUN1(double* x);
 inline double E4FUN1(Vec1<double, kMaxVar>& x) { return E4FUN1(x.data()); }
 

@@ -65,17 +65,17 @@ void chooseDimension(int code, const TestProblemInfo& info) {
     if (n < info.minVar || n > kMaxVar || autoDefault) n = info.defaultVar;
     if (code == 1) n = 2 * std::max(n / 2, 1);
     if (code == 2) n = 4 * std::max(n / 4, 1);
-    ds.iStat(34) = 20 * n;
-    ds.iStat(33) = (n + 15 + n / 3) * ds.iStat(34);
-    ds.iStat(36) = n;
+    ds.iStat(row::maxITR) = 20 * n;
+    ds.iStat(row::maxNFE) = (n + 15 + n / 3) * ds.iStat(row::maxITR);
+    ds.iStat(row::nFree) = n;
 }
 
 void fixDimension(const TestProblemInfo& info) {
     E4DataSetRecord& ds = E4DataSet;
     ds.nVar() = info.defaultVar;
-    ds.iStat(36) = info.defaultVar;
-    ds.iStat(34) = info.maxITR;
-    ds.iStat(33) = info.maxNFE;
+    ds.iStat(row::nFree) = info.defaultVar;
+    ds.iStat(row::maxITR) = info.maxITR;
+    ds.iStat(row::maxNFE) = info.maxNFE;
 }
 
 // Problem 1's questions: the form of the function and the scaling factor.
@@ -150,8 +150,8 @@ void setBounds(int n) {
         ds.bU(i) = kBound;
         ds.iFixer(i) = 1;
     }
-    ds.iStat(51) = 1;
-    ds.iStat(52) = 1;
+    ds.iStat(row::bLSet) = 1;
+    ds.iStat(row::bUSet) = 1;
 }
 
 // Problem 1's start: the Rosenbrock valley from -1, every third variable

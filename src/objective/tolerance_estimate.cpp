@@ -24,23 +24,23 @@ void writeVector(const double* v) {
 // Step 2: rFTol and rXTol from FrlErr where they are not loaded.
 void relativeTolerances(double* x, double& f, int& err) {
     E4DataSetRecord& d = E4DataSet;
-    const int level = d.iStat(7);
-    if (d.iStat(45) == 0) E4ERR1(x, f, err, "E4TOL1");
-    if (d.iStat(41) == 0) {
+    const int level = d.iStat(row::messageLevel);
+    if (d.iStat(row::FrlErrSet) == 0) E4ERR1(x, f, err, "E4TOL1");
+    if (d.iStat(row::rFTolSet) == 0) {
         d.rFTol = d.FrlErr;
         if (level >= 1)
             write(out(), "(' E4TOL1 --- Relative function tolerance has been',/,12X,'estimated as',1P,G14.6)",
                   d.rFTol);
-        d.iStat(41) = 1;
+        d.iStat(row::rFTolSet) = 1;
     }
-    if (d.iStat(40) == 0) {
+    if (d.iStat(row::rXTolSet) == 0) {
         const double tol = std::sqrt(d.FrlErr + X02RMDC(2));
         for (int i = 1; i <= d.nVar(); ++i) d.rXTol(i) = d.iFixer(i) != 0 ? tol : 0.0;
         if (level >= 1) {
             write(out(), "(' E4TOL1 --- relative argument tolerance has been',/,12X,'estimated as:')");
             writeVector(d.rXTol.data());
         }
-        d.iStat(40) = 1;
+        d.iStat(row::rXTolSet) = 1;
     }
 }
 
@@ -48,21 +48,21 @@ void relativeTolerances(double* x, double& f, int& err) {
 
 void E4TOL1(double* x, double& f, double* xTol, double& fTol, int& err, std::string_view name) {
     E4DataSetRecord& d = E4DataSet;
-    const int level = d.iStat(7);
+    const int level = d.iStat(row::messageLevel);
     err = 0;
-    if (d.nVar() == 0 || d.iStat(36) == 0 || d.iStat(38) == 0) {
+    if (d.nVar() == 0 || d.iStat(row::nFree) == 0 || d.iStat(row::xStartSet) == 0) {
         err = 10;
         if (level >= 6) write(out(), "(' E4TOL1 --- Return to ',A6)", name);
         return;
     }
-    if (d.iStat(40) == 0 || d.iStat(41) == 0) relativeTolerances(x, f, err);
-    if (d.iStat(30) == 0 || d.iStat(37) == 0) f = E4FUN1(x);
-    const double multiplier = d.iStat(11) != 0 ? d.tolScl + 1.0 : 1.0;
+    if (d.iStat(row::rXTolSet) == 0 || d.iStat(row::rFTolSet) == 0) relativeTolerances(x, f, err);
+    if (d.iStat(row::functionEvaluations) == 0 || d.iStat(row::fSet) == 0) f = E4FUN1(x);
+    const double multiplier = d.iStat(row::tolMultiplierSwitch) != 0 ? d.tolScl + 1.0 : 1.0;
     fTol = (std::fabs(f) + 1.0) * d.rFTol * multiplier;
     for (int i = 1; i <= d.nVar(); ++i)
         xTol[i - 1] = d.iFixer(i) != 0 ? (std::fabs(x[i - 1]) + 1.0) * d.rXTol(i) * multiplier : 0.0;
     if (level < 4) return;
-    if (d.iStat(11) == 0) {
+    if (d.iStat(row::tolMultiplierSwitch) == 0) {
         write(out(), "(' E4TOL1 --- Conventional tolerance estimation.')");
     } else {
         write(out(), "(' E4TOL1 --- Estimated absolute tolerances have been',' multiplied',/,12X,'by the factor',G13.7)",

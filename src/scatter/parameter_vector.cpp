@@ -75,10 +75,10 @@ int layoutParameters(double* x) {
         }
     }
     E4DataSet.nVar() = k;
-    E4DataSet.iStat(36) = k;
-    E4DataSet.iStat(38) = 1;
-    E4DataSet.iStat(51) = 1;
-    E4DataSet.iStat(52) = 1;
+    E4DataSet.iStat(row::nFree) = k;
+    E4DataSet.iStat(row::xStartSet) = 1;
+    E4DataSet.iStat(row::bLSet) = 1;
+    E4DataSet.iStat(row::bUSet) = 1;
     return k;
 }
 

@@ -93,7 +93,7 @@ void simulateTestCurve(double* x) {
 
 double vardeneSessionCall(double* x) {
     restoreFitSysinf();
-    if (E4DataSet.iStat(30) == 0) {
+    if (E4DataSet.iStat(row::functionEvaluations) == 0) {
         const bool firstPass = FitSession.firstTime;
         if (firstPass) runSessionPartA();
         runSessionPartB(x);
@@ -110,9 +110,9 @@ double vardeneSessionCall(double* x) {
     // The volume fractions are kept in their normalized form, so that a
     // second run starts from them.
     for (int p = 0; p < nPhase; ++p) PhaseTable.Vf[static_cast<std::size_t>(p)].value = phases[p].Vf;
-    if (FitSession.testMode == 'Y' && E4DataSet.iStat(30) == 0) simulateTestCurve(x);
+    if (FitSession.testMode == 'Y' && E4DataSet.iStat(row::functionEvaluations) == 0) simulateTestCurve(x);
     const double f = objectiveValue(fitCurve.I, fitCurve.w, fitCurve.nPts);
-    if (E4DataSet.iStat(7) >= 10) fitDeviation(fitCurve.I, fitCurve.Err, fitCurve.nPts);
-    writeResults(E4DataSet.iStat(7));
+    if (E4DataSet.iStat(row::messageLevel) >= 10) fitDeviation(fitCurve.I, fitCurve.Err, fitCurve.nPts);
+    writeResults(E4DataSet.iStat(row::messageLevel));
     return f;
 }

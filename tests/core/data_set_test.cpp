@@ -51,7 +51,7 @@ TEST(DataSet, StartState) {
     EXPECT_EQ(E4DataSet.xScale(128), 1.0);
     EXPECT_EQ(E4DataSet.crName, padded("zemok.cmd", 32));
     EXPECT_EQ(E4DataSet.hpName, padded("zemok.hlp", 32));
-    EXPECT_EQ(E4DataSet.iStat(105), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::userReserved), 0);
 }
 
 // A data set with every flag and vector that E4RST1 looks at set.
@@ -59,8 +59,8 @@ void fillDataSet(bool argumentsHeld) {
     resetProgramState();
     E4DataSetRecord& d = E4DataSet;
     for (int r = 1; r <= 105; ++r) d.iStat(r) = 1;
-    d.iStat(35) = 3;
-    d.iStat(38) = argumentsHeld ? 1 : 0;
+    d.iStat(row::nVar) = 3;
+    d.iStat(row::xStartSet) = argumentsHeld ? 1 : 0;
     d.iFixer(1) = 1;
     d.iFixer(2) = 0;
     d.iFixer(3) = 5;
@@ -79,7 +79,7 @@ TEST(Reset, PartialResetKeepsHeldArguments) {
     const E4DataSetRecord& d = E4DataSet;
     for (int r : {48, 45, 3, 49, 50, 44, 12, 39, 40, 41, 47}) EXPECT_EQ(d.iStat(r), 0) << r;
     for (int r : {42, 43, 46, 53, 56, 58, 59, 60, 8, 37, 54, 57}) EXPECT_EQ(d.iStat(r), 1) << r;
-    EXPECT_EQ(d.iStat(36), 2);  // two of the three variables are free
+    EXPECT_EQ(d.iStat(row::nFree), 2);  // two of the three variables are free
     EXPECT_EQ(d.xStart(1), 6.0);
     EXPECT_EQ(d.xScale(1), 3.0);
     EXPECT_EQ(d.deltaG(1), 0.0);
@@ -97,7 +97,7 @@ TEST(Reset, FullResetWithoutArgumentsUnscalesAndForgets) {
     E4RST1("ALL");
     const E4DataSetRecord& d = E4DataSet;
     for (int r : {42, 43, 46, 53, 56, 58, 59, 60, 8, 37, 54, 57}) EXPECT_EQ(d.iStat(r), 0) << r;
-    EXPECT_EQ(d.iStat(61), 1);
+    EXPECT_EQ(d.iStat(row::V_eigenSet), 1);
     EXPECT_EQ(d.xStart(1), 2.0);   // 6 / 3
     EXPECT_EQ(d.xEnd(128), 4.0);   // 12 / 3
     EXPECT_EQ(d.xScale(1), 1.0);

@@ -28,16 +28,16 @@ protected:
     // method 15 with the given steps, tolerance and budget.
     void select(int code, double step, double fTol, int budget) {
         E4DataSetRecord& d = E4DataSet;
-        d.iStat(1) = code;
+        d.iStat(row::problemCode) = code;
         d.fStart = E4FUN1(d.xStart);
-        d.iStat(37) = 1;
+        d.iStat(row::fSet) = 1;
         for (int i = 1; i <= d.nVar(); ++i) d.xStep(i) = step;
-        d.iStat(39) = 1;
+        d.iStat(row::xStepSet) = 1;
         d.rFTol = fTol;
-        d.iStat(41) = 1;
-        d.iStat(33) = budget;
-        d.iStat(2) = 15;
-        d.iStat(7) = 0;
+        d.iStat(row::rFTolSet) = 1;
+        d.iStat(row::maxNFE) = budget;
+        d.iStat(row::methodRunning) = 15;
+        d.iStat(row::messageLevel) = 0;
     }
     int run() {
         int flag = -1;
@@ -58,8 +58,8 @@ TEST_F(Simplex, RosenbrockFromItsStandardStart) {
     EXPECT_NEAR(d.xEnd(2), 1.0, 2e-3);
     EXPECT_EQ(d.fStart, d.fEnd);
     EXPECT_EQ(d.xStart(1), d.xEnd(1));
-    EXPECT_EQ(d.iStat(3), 15);
-    EXPECT_GT(d.iStat(31), 0);
+    EXPECT_EQ(d.iStat(row::methodDone), 15);
+    EXPECT_GT(d.iStat(row::iterations), 0);
 }
 
 TEST_F(Simplex, WoodFromItsStandardStart) {
@@ -71,7 +71,7 @@ TEST_F(Simplex, WoodFromItsStandardStart) {
 
 TEST_F(Simplex, EndReportSaysWhyTheSearchStopped) {
     select(1, 0.5, 1e-14, 4000);
-    E4DataSet.iStat(7) = 1;
+    E4DataSet.iStat(row::messageLevel) = 1;
     run();
     std::string text = out.str();
     EXPECT_NE(text.find(" E04DSM --- information at the start of the search:\n"), std::string::npos);
@@ -84,12 +84,12 @@ TEST_F(Simplex, EndReportSaysWhyTheSearchStopped) {
 
 TEST_F(Simplex, SpendingTheBudgetIsReported) {
     select(1, 0.5, 1e-30, 60);
-    E4DataSet.iStat(7) = 1;
+    E4DataSet.iStat(row::messageLevel) = 1;
     run();
     std::string text = out.str();
     EXPECT_NE(text.find("              exceeded number of function evaluations.\n"), std::string::npos);
     // The test is made once per pass, so the last pass may overshoot.
-    EXPECT_GT(E4DataSet.iStat(30), 1 + 60);
+    EXPECT_GT(E4DataSet.iStat(row::functionEvaluations), 1 + 60);
 }
 
 // One evaluation at the entry and one for the second vertex: with a budget
@@ -97,9 +97,9 @@ TEST_F(Simplex, SpendingTheBudgetIsReported) {
 // the budget spent even though the values already agree.
 TEST_F(Simplex, ConvergingWithExactlyTheBudgetSaysItWasSpent) {
     select(14, 0.5, 1e-10, 1);
-    E4DataSet.iStat(7) = 1;
+    E4DataSet.iStat(row::messageLevel) = 1;
     run();
-    EXPECT_EQ(E4DataSet.iStat(30), 2);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 2);
     EXPECT_NE(out.str().find("              exceeded number of function evaluations.\n"), std::string::npos);
 }
 
@@ -107,9 +107,9 @@ TEST_F(Simplex, ContinueGoesOnWithTheStoredSimplex) {
     select(1, 0.5, 1e-30, 40);
     run();
     double best = E4DataSet.fEnd;
-    int evaluations = E4DataSet.iStat(30);
-    E4DataSet.iStat(5) = 1;  // CONTINUE with the same method
-    E4DataSet.iStat(7) = 1;
+    int evaluations = E4DataSet.iStat(row::functionEvaluations);
+    E4DataSet.iStat(row::computationMode) = 1;  // CONTINUE with the same method
+    E4DataSet.iStat(row::messageLevel) = 1;
     out.str("");
     run();
     // The first row of the table shows the stored best value.
@@ -118,17 +118,17 @@ TEST_F(Simplex, ContinueGoesOnWithTheStoredSimplex) {
     std::size_t row = text.find("              |       0|");
     ASSERT_NE(row, std::string::npos) << text;
     EXPECT_LE(E4DataSet.fEnd, best);
-    EXPECT_GT(E4DataSet.iStat(30), evaluations);
+    EXPECT_GT(E4DataSet.iStat(row::functionEvaluations), evaluations);
 }
 
 TEST_F(Simplex, NoFreeVariableEndsInTheFirstPass) {
     select(1, 0.5, 1e-10, 100);
     E4DataSet.iFixer(1) = E4DataSet.iFixer(2) = 0;
-    int before = E4DataSet.iStat(30);
+    int before = E4DataSet.iStat(row::functionEvaluations);
     run();
     EXPECT_EQ(E4DataSet.deltaF, 0.0);
-    EXPECT_EQ(E4DataSet.iStat(31), 0);
-    EXPECT_EQ(E4DataSet.iStat(30), before);  // one vertex, no new evaluation
+    EXPECT_EQ(E4DataSet.iStat(row::iterations), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), before);  // one vertex, no new evaluation
     EXPECT_EQ(E4DataSet.xEnd(1), -1.0);
 }
 

@@ -39,7 +39,7 @@ protected:
         int status = 0;
         splitMonitorCommand(line, words_.data(), status);
         E4DataSetRecord& d = E4DataSet;
-        Z1ACS1(words_.data(), 0, d.iStat(21), d.iStat(22), d.iStat(23), status);
+        Z1ACS1(words_.data(), 0, d.iStat(row::commandFileOpen), d.iStat(row::dataFileOpen), d.iStat(row::outputFileOpen), status);
         return status;
     }
     std::string output() {
@@ -62,7 +62,7 @@ TEST_F(ChannelCommands, DataReadingOnTheDefaultFileAndChannel) {
     std::ofstream("zemok.inp") << "nVar\n 3\n";
     EXPECT_EQ(run("open,data,read"), 0);
     EXPECT_EQ(sysinf.drUnit, 4);
-    EXPECT_EQ(E4DataSet.iStat(22), 4);
+    EXPECT_EQ(E4DataSet.iStat(row::dataFileOpen), 4);
     std::string record;
     unit::readRecord(4, record);
     EXPECT_EQ(record, "nVar");
@@ -77,7 +77,7 @@ TEST_F(ChannelCommands, DataReadingOnTheDefaultFileAndChannel) {
 TEST_F(ChannelCommands, MissingFileLeavesTheChannelOnTheTerminal) {
     EXPECT_EQ(run("OPEN,DATA,READ,missing.inp"), 5);
     EXPECT_EQ(sysinf.drUnit, 5);
-    EXPECT_EQ(E4DataSet.iStat(22), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::dataFileOpen), 0);
     EXPECT_EQ(output(), " Z1OPN1 ---E- Error code: {1004}. file does not exist\n"
                         " Z1ACS1 ---E- Execution of the command \"OPEN,DATA,READ,missing.inp\"\n"
                         "              causes an error diagnostic.\n");
@@ -88,7 +88,7 @@ TEST_F(ChannelCommands, NewCommandFileReplacesTheOpenOne) {
     std::ofstream("b.cmd") << "first of b\n";
     EXPECT_EQ(run("OPEN,COMMAND,READ,a.cmd"), 0);
     EXPECT_EQ(sysinf.crUnit, 3);
-    EXPECT_EQ(E4DataSet.iStat(21), 3);
+    EXPECT_EQ(E4DataSet.iStat(row::commandFileOpen), 3);
     std::string record;
     unit::readRecord(3, record);
     EXPECT_EQ(run("OPEN,C,R,b.cmd"), 0);  // no questions from a command file
@@ -135,7 +135,7 @@ TEST_F(ChannelCommands, CloseReturnsEachChannelToTheTerminal) {
     EXPECT_EQ(run("CLOSE,D,W"), 0);
     EXPECT_EQ(joinedWords(words_.data()), "CLOSE,DATA,WRITE");
     EXPECT_EQ(sysinf.dwUnit, 6);
-    EXPECT_EQ(E4DataSet.iStat(23), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::outputFileOpen), 0);
     EXPECT_FALSE(unit::isOpen(7));
     EXPECT_EQ(run("CLOSE,DATA,READ"), 0);  // nothing open: no error
     EXPECT_EQ(sysinf.drUnit, 5);
@@ -149,7 +149,7 @@ TEST_F(ChannelCommands, CloseReturnsEachChannelToTheTerminal) {
     EXPECT_EQ(sysinf.MODEE4, 0);
     EXPECT_EQ(joinedWords(m.words.data()), "CLOSE,COMMAND,READ");
     EXPECT_EQ(sysinf.crUnit, 5);
-    EXPECT_EQ(E4DataSet.iStat(21), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::commandFileOpen), 0);
     EXPECT_FALSE(unit::isOpen(3));
     EXPECT_EQ(output(), "");
 }

@@ -46,11 +46,11 @@ protected:
     // A data set ready for CHECK: problem, method, nVar free variables.
     void dataSet(int method, int nVar) {
         E4DataSetRecord& d = E4DataSet;
-        d.iStat(1) = 2;
-        d.iStat(2) = method;
+        d.iStat(row::problemCode) = 2;
+        d.iStat(row::methodRunning) = method;
         d.nVar() = nVar;
         for (int i = 1; i <= nVar; ++i) d.iFixer(i) = 1;
-        d.iStat(38) = 1;
+        d.iStat(row::xStartSet) = 1;
     }
     bool has(const std::string& out, const std::string& text) { return out.find(text) != std::string::npos; }
 };
@@ -59,7 +59,7 @@ TEST_F(LoadCheck, AllFillsEveryEntryOfAVectorAndSetsItsFlag) {
     session(kPowell + "LOAD,,RX,ALL,1E-5\nEXIT\nY\nY\n");
     for (int i = 1; i <= 4; ++i) EXPECT_EQ(E4DataSet.rXTol(i), 1e-5) << i;
     EXPECT_EQ(E4DataSet.rXTol(5), 0.0);  // only the nVar entries
-    EXPECT_EQ(E4DataSet.iStat(40), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::rXTolSet), 1);
 }
 
 TEST_F(LoadCheck, ARangeWordFillsOnlyItsEntriesAndRenewsThePoint) {
@@ -70,29 +70,29 @@ TEST_F(LoadCheck, ARangeWordFillsOnlyItsEntriesAndRenewsThePoint) {
         EXPECT_EQ(E4DataSet.xEnd(i), want[i - 1]) << i;
     }
     EXPECT_EQ(E4DataSet.fStart, 0.0);
-    EXPECT_EQ(E4DataSet.iStat(38), 1);
-    EXPECT_EQ(E4DataSet.iStat(37), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::xStartSet), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::fSet), 0);
 }
 
 TEST_F(LoadCheck, AParameterOutsideItsMethodsChangesNothing) {
     std::string out = session(kPowell + "METHOD,B-F-G-S\nLOAD,,HCOND,5\nMETHOD,F-R\nLOAD,,HCOND,7\nEXIT\nY\nY\n");
     EXPECT_TRUE(has(out, " \"hCond\" is not used in this context (min. method, etc.)\n"));
     EXPECT_EQ(E4DataSet.hCond, 5.0);
-    EXPECT_EQ(E4DataSet.iStat(44), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::hCondSet), 1);
 }
 
 TEST_F(LoadCheck, ScalarsAndIntegersFromTheLine) {
     session(kPowell + "METHOD,SA-MC,100\nLOAD,,RF,1E-9\nLOAD,,TE,2.5,30,0.75\nLOAD,,MAXI,12\nEXIT\nY\nY\n");
     EXPECT_EQ(E4DataSet.rFTol, 1e-9);
-    EXPECT_EQ(E4DataSet.iStat(41), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::rFTolSet), 1);
     EXPECT_EQ(E4DataSet.temper, 2.5);
-    EXPECT_EQ(E4DataSet.iStat(66), 30);
+    EXPECT_EQ(E4DataSet.iStat(row::NtriesT), 30);
     EXPECT_EQ(E4DataSet.Tsced, 0.75);
-    EXPECT_EQ(E4DataSet.iStat(65), 1);
-    EXPECT_EQ(E4DataSet.iStat(67), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::temperSet), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::TscedSet), 1);
     // Simulated annealing counts tries: maxNFE follows maxITR.
-    EXPECT_EQ(E4DataSet.iStat(34), 12);
-    EXPECT_EQ(E4DataSet.iStat(33), 12);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 12);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 12);
 }
 
 TEST_F(LoadCheck, MaxItrOfATryCountingMethodIsAnnounced) {
@@ -100,7 +100,7 @@ TEST_F(LoadCheck, MaxItrOfATryCountingMethodIsAnnounced) {
     EXPECT_TRUE(has(out, " The method \"downhill simplex (Nelder and Mead)\"\n"
                          " assumes the use of  maxNFE  rather than  maxITR.\n"
                          " maxNFE  will now be set equal to  maxITR.\n"));
-    EXPECT_EQ(E4DataSet.iStat(33), 40);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 40);
 }
 
 TEST_F(LoadCheck, ShorthandGetsTheSourceWordOfTheMode) {
@@ -114,7 +114,7 @@ TEST_F(LoadCheck, ShorthandGetsTheSourceWordOfTheMode) {
     sysinf.MODEE4 = 0;
     resetMonitorState();
     session("MAXN,5000\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(33), 5000);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 5000);
 }
 
 TEST_F(LoadCheck, FileSourceOnTheTerminalOpensTheFileFirst) {
@@ -157,7 +157,7 @@ TEST_F(LoadCheck, FixingDialogueFixesAndPinsTheBounds) {
     EXPECT_TRUE(has(out, " iFixer CHANGED\n"));
     EXPECT_EQ(E4DataSet.iFixer(2), 0);
     EXPECT_EQ(E4DataSet.iFixer(4), 1);
-    EXPECT_EQ(E4DataSet.iStat(36), 3);
+    EXPECT_EQ(E4DataSet.iStat(row::nFree), 3);
     EXPECT_EQ(E4DataSet.bL(2), -1.0);
     EXPECT_EQ(E4DataSet.bU(2), -1.0);
     EXPECT_EQ(E4DataSet.bL(1), problemLower);  // its flag did not change
@@ -184,8 +184,8 @@ TEST_F(LoadCheck, NewScalingFactorsRescaleTheFreeArguments) {
     }
     EXPECT_EQ(E4DataSet.xScale(1), 4.0);
     EXPECT_EQ(E4DataSet.xScale(3), 2.0);
-    EXPECT_EQ(E4DataSet.iStat(54), 1);
-    EXPECT_EQ(E4DataSet.iStat(57), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::xScaleSet), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::xScaled), 1);
 }
 
 // UN walks the chain and asks, at the terminal, only for what is not set,
@@ -225,7 +225,7 @@ TEST_F(LoadCheck, SourceIsAskedWhenNoValueFollows) {
     // "Enter maximum number of function evaluations".
     EXPECT_TRUE(has(out, " Data source? [ Terminal / File ] ........... < Terminal >: "));
     EXPECT_TRUE(has(out, " Enter maximum number of function evaluations ............: "));
-    EXPECT_EQ(E4DataSet.iStat(33), 300);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 300);
 }
 
 TEST_F(LoadCheck, UnknownNameIsTypedAgain) {
@@ -233,7 +233,7 @@ TEST_F(LoadCheck, UnknownNameIsTypedAgain) {
     // the command and runs.
     std::string out = session("LOAD,,FOO\nMAXN,42\nEXIT\n");
     EXPECT_TRUE(has(out, " Please enter the last command once again ................: "));
-    EXPECT_EQ(E4DataSet.iStat(33), 42);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 42);
 }
 
 // maxITR and maxNFE that CHECK gives with four free variables and nothing
@@ -251,42 +251,42 @@ TEST_F(LoadCheck, LimitsOfEveryMethodRow) {
         sysinf.MODEE4 = 1;
         dataSet(r.method, 4);
         handle(E4CmdCheck, "CHECK ALL");
-        EXPECT_EQ(E4DataSet.iStat(34), r.maxITR) << r.method;
-        EXPECT_EQ(E4DataSet.iStat(33), r.maxNFE) << r.method;
+        EXPECT_EQ(E4DataSet.iStat(row::maxITR), r.maxITR) << r.method;
+        EXPECT_EQ(E4DataSet.iStat(row::maxNFE), r.maxNFE) << r.method;
     }
 }
 
 TEST_F(LoadCheck, LimitsRespectWhatWasLoaded) {
     sysinf.MODEE4 = 1;
     dataSet(7, 4);
-    E4DataSet.iStat(34) = 30;  // maxITR loaded, maxNFE not: left for RUN to warn
+    E4DataSet.iStat(row::maxITR) = 30;  // maxITR loaded, maxNFE not: left for RUN to warn
     handle(E4CmdCheck, "CHECK ALL");
-    EXPECT_EQ(E4DataSet.iStat(34), 30);
-    EXPECT_EQ(E4DataSet.iStat(33), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 30);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 0);
     dataSet(16, 4);
-    E4DataSet.iStat(34) = 0;
-    E4DataSet.iStat(33) = 500;  // tries given to METHOD are replaced
+    E4DataSet.iStat(row::maxITR) = 0;
+    E4DataSet.iStat(row::maxNFE) = 500;  // tries given to METHOD are replaced
     handle(E4CmdCheck, "CHECK ALL");
-    EXPECT_EQ(E4DataSet.iStat(33), 4000);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 4000);
     dataSet(15, 4);
-    E4DataSet.iStat(33) = 100;
-    E4DataSet.iStat(34) = 0;
+    E4DataSet.iStat(row::maxNFE) = 100;
+    E4DataSet.iStat(row::maxITR) = 0;
     handle(E4CmdCheck, "CHECK ALL");
-    EXPECT_EQ(E4DataSet.iStat(33), 100);
-    EXPECT_EQ(E4DataSet.iStat(34), 100);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 100);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 100);
     dataSet(14, 1);  // one variable, but the method is above 12
-    E4DataSet.iStat(33) = 0;
-    E4DataSet.iStat(34) = 0;
+    E4DataSet.iStat(row::maxNFE) = 0;
+    E4DataSet.iStat(row::maxITR) = 0;
     handle(E4CmdCheck, "CHECK ALL");
-    EXPECT_EQ(E4DataSet.iStat(34), 10);
-    EXPECT_EQ(E4DataSet.iStat(33), 160);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 10);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 160);
 }
 
 TEST_F(LoadCheck, OneVariableGivesOneIterationEvenWithMaxNfeLoaded) {
     // The test problem brings its own limits; maxITR is cleared again.
     session(kOneDim + "METHOD,B-F-G-S\nSET,S,34,0\nMAXN,77\nCHECK\nEXIT\nY\nY\n");
-    EXPECT_EQ(E4DataSet.iStat(34), 1);
-    EXPECT_EQ(E4DataSet.iStat(33), 77);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 77);
 }
 
 TEST_F(LoadCheck, LowConditionLimitCountsAsMissing) {
@@ -311,7 +311,7 @@ TEST_F(LoadCheck, StartOutsideItsBoundMovesTheBound) {
 TEST_F(LoadCheck, UpperBoundBelowTheStart) {
     sysinf.MODEE4 = 1;
     dataSet(12, 2);
-    E4DataSet.iStat(51) = E4DataSet.iStat(52) = 1;
+    E4DataSet.iStat(row::bLSet) = E4DataSet.iStat(row::bUSet) = 1;
     E4DataSet.xStart(1) = 2.25;
     E4DataSet.bL(1) = -1.0;
     E4DataSet.bU(1) = 1.5;
@@ -340,7 +340,7 @@ TEST_F(LoadCheck, CheckWalksProblemThenMethod) {
     EXPECT_EQ(handle(E4CmdCheck, "CHECK ALL", "", &out), Outcome::Prerequisite);
     EXPECT_EQ(out, " Problem to be solved is not defined!\n");
     EXPECT_EQ(std::string(monitorState().text()), "PROBLEM");
-    E4DataSet.iStat(1) = 2;
+    E4DataSet.iStat(row::problemCode) = 2;
     sysinf.MODEE4 = 1;
     EXPECT_EQ(handle(E4CmdCheck, "CHECK ALL", "", &out), Outcome::Prerequisite);
     EXPECT_EQ(out, " Method for minimization is not defined!\n");

@@ -26,7 +26,7 @@ TEST_F(Commands, MethodWordsSelectTheirRows) {
                    Case{"SA-MC", 17}, Case{"SA-NM", 18}}) {
         resetProgramState();
         session(std::string("METHOD,") + c.word + ",\nEXIT\n");
-        EXPECT_EQ(E4DataSet.iStat(2), c.method) << c.word;
+        EXPECT_EQ(E4DataSet.iStat(row::methodRunning), c.method) << c.word;
     }
 }
 
@@ -34,56 +34,56 @@ TEST_F(Commands, MethodWithoutAWordOffersBfgsAndCrTakesIt) {
     std::string out = session("METHOD\n\nEXIT\n");
     EXPECT_EQ(out, kPrompt + " What is the method of minimization? ......... < B-F-G-S >: " +
                        kPrompt);
-    EXPECT_EQ(E4DataSet.iStat(2), 7);
+    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 7);
 }
 
 TEST_F(Commands, UnknownMethodIsAskedAgainInteractively) {
     std::string out = session("METHOD,XYZ\nN-M\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(2), 15);
+    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 15);
     EXPECT_NE(out.find("< B-F-G-S >: "), std::string::npos);
 }
 
 TEST_F(Commands, MonteCarloTakesTriesAndDeviate) {
     session("METHOD,MONTE-CARLO,500,0.1\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(2), 16);
-    EXPECT_EQ(E4DataSet.iStat(33), 500);
-    EXPECT_EQ(E4DataSet.iStat(43), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 16);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 500);
+    EXPECT_EQ(E4DataSet.iStat(row::deviatSet), 1);
     for (int i = 1; i <= 128; ++i) EXPECT_EQ(E4DataSet.deviat(i), 0.1) << i;
 }
 
 TEST_F(Commands, CoordinateDescentKeepsWhatTheConversionGave) {
     session("METHOD,C-D,3\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(2), 14);
-    EXPECT_EQ(E4DataSet.iStat(56), 3);
+    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 14);
+    EXPECT_EQ(E4DataSet.iStat(row::cdVariable), 3);
     session("METHOD,S-B,2\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(55), 2);
+    EXPECT_EQ(E4DataSet.iStat(row::boundsMode), 2);
 }
 
 TEST_F(Commands, MessageLevelAndTerminalStopping) {
     session("MESSAGE,5\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(7), 5);
-    EXPECT_EQ(E4DataSet.iStat(6), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::messageLevel), 5);
+    EXPECT_EQ(E4DataSet.iStat(row::terminalStopping), 1);
     session("MES,2\nT-MODE\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(7), 2);
-    EXPECT_EQ(E4DataSet.iStat(6), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::messageLevel), 2);
+    EXPECT_EQ(E4DataSet.iStat(row::terminalStopping), 1);
     session("T-M,N\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(6), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::terminalStopping), 0);
     std::string out = session("MESSAGE,lots\nEXIT\n");
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"MESSAGE,lots\"\n"), std::string::npos);
 }
 
 TEST_F(Commands, SetSchemesTerminationAndStatus) {
     session("SET,GRADIENT,4\nSET,T,L,5\nSET,T,O,WEAK\nSET,T,M\nSET,S,99,7\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(8), 4);
-    EXPECT_EQ(E4DataSet.iStat(9), 5);
-    EXPECT_EQ(E4DataSet.iStat(10), 1);
-    EXPECT_EQ(E4DataSet.iStat(11), 1);
-    EXPECT_EQ(E4DataSet.iStat(99), 7);
+    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 4);
+    EXPECT_EQ(E4DataSet.iStat(row::localTermination), 5);
+    EXPECT_EQ(E4DataSet.iStat(row::overallTermination), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::tolMultiplierSwitch), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::randomsToSkip), 7);
     std::string out = session("SET,GRADIENT,5\nSET,T,L,6\nSET,S,106,1\nSET,T,M,OFF\nEXIT\n");
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,GRADIENT,5\"\n"), std::string::npos);
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,T,L,6\"\n"), std::string::npos);
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,S,106,1\"\n"), std::string::npos);
-    EXPECT_EQ(E4DataSet.iStat(11), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::tolMultiplierSwitch), 0);
 }
 
 TEST_F(Commands, SetGradientWithoutCodeListsTheSchemes) {
@@ -91,13 +91,13 @@ TEST_F(Commands, SetGradientWithoutCodeListsTheSchemes) {
     EXPECT_NE(out.find("         0 --- adaptive finite-difference procedure"), std::string::npos);
     EXPECT_NE(out.find("         3 --- analytically expressed gradient"), std::string::npos);
     EXPECT_EQ(out.find("         4 --- "), std::string::npos);
-    EXPECT_EQ(E4DataSet.iStat(8), 2);
+    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 2);
 }
 
 TEST_F(Commands, AnEInTheFirstThreeWordsOfSetClearsTheStack) {
     std::string out = session("SET,EX\nSET,G,E\nEXIT\n");
     EXPECT_EQ(out, kPrompt + kPrompt + kPrompt);
-    EXPECT_EQ(E4DataSet.iStat(8), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 0);
 }
 
 TEST_F(Commands, ChannelsOnlyGoToOpenFiles) {
@@ -115,7 +115,7 @@ TEST_F(Commands, ScalingNeedsTheFactorsAndIsUndone) {
     std::string out = session("SET,S,35,2\nSET,S,54,1\nSET,X\nSET,X\nSET,X,OFF\nEXIT\n");
     EXPECT_NE(out.find(" Argument values already scaled!\n"), std::string::npos);
     EXPECT_EQ(E4DataSet.xStart(1), 3.0);
-    EXPECT_EQ(E4DataSet.iStat(57), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::xScaled), 0);
 }
 
 TEST_F(Commands, StepMovesAlongTheDirection) {
@@ -155,23 +155,23 @@ TEST_F(Commands, ModeAutoWithoutACommandFileFailsAndEndsTheSession) {
 
 TEST_F(Commands, UserProblemTakesTheFirstDigitAsItsType) {
     session("PROBLEM,USER,12\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(102), 1);
-    EXPECT_EQ(E4DataSet.iStat(1), 20);
+    EXPECT_EQ(E4DataSet.iStat(row::userType), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 20);
     session("PROBLEM,USER,7,X\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(102), 7);
+    EXPECT_EQ(E4DataSet.iStat(row::userType), 7);
 }
 
 TEST_F(Commands, ProblemChangeSetsLimitsBoundsAndTheEndPoint) {
     session("PROBLEM,TEST,3\n\nEXIT\n");
     const E4DataSetRecord& d = E4DataSet;
-    EXPECT_EQ(d.iStat(1), 3);
+    EXPECT_EQ(d.iStat(row::problemCode), 3);
     EXPECT_EQ(d.nVar(), 4);
-    EXPECT_EQ(d.iStat(36), 4);
-    EXPECT_EQ(d.iStat(30), 1);
-    EXPECT_EQ(d.iStat(51), 1);
-    EXPECT_EQ(d.iStat(52), 1);
-    EXPECT_GT(d.iStat(33), 0);
-    EXPECT_GT(d.iStat(34), 0);
+    EXPECT_EQ(d.iStat(row::nFree), 4);
+    EXPECT_EQ(d.iStat(row::functionEvaluations), 1);
+    EXPECT_EQ(d.iStat(row::bLSet), 1);
+    EXPECT_EQ(d.iStat(row::bUSet), 1);
+    EXPECT_GT(d.iStat(row::maxNFE), 0);
+    EXPECT_GT(d.iStat(row::maxITR), 0);
     for (int i = 1; i <= 4; ++i) {
         EXPECT_EQ(d.xEnd(i), d.xStart(i));
         EXPECT_LT(d.bL(i), d.xStart(i));  // the Wood problem brings its own bounds
@@ -183,13 +183,13 @@ TEST_F(Commands, ProblemChangeSetsLimitsBoundsAndTheEndPoint) {
 
 TEST_F(Commands, ProblemWithoutAWordCompletesFromTheProblemHeld) {
     session("PROBLEM,TEST,3\n\nPROBLEM\n\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(1), 3);
-    EXPECT_EQ(E4DataSet.iStat(30), 1);  // a new problem change: counters start again
+    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 3);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1);  // a new problem change: counters start again
 }
 
 TEST_F(Commands, RepliesBeginningWithEClearTheStack) {
     std::string out = session("PROBLEM\nEXIT\nPROBLEM,TEST,E\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(1), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 0);
     EXPECT_NE(out.find(" Specify the problem to be solved [ User / Test ] < USER >: "),
               std::string::npos);
 }

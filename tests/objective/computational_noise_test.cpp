@@ -42,7 +42,7 @@ double pseudoRandom(double x1, double x2) {
 // variables near 100, with relative noise of size noiseSize.
 static double noisyQuadraticUserf(double* x) {
     E4DataSetRecord& d = E4DataSet;
-    if (d.iStat(30) == 0) {
+    if (d.iStat(row::functionEvaluations) == 0) {
         d.nVar() = 2;
         x[0] = 1.5;
         x[1] = -0.5;
@@ -69,12 +69,12 @@ protected:
     // Selects a problem as PROBLEM does: the first evaluation at xStart.
     void select(int code) {
         E4DataSetRecord& d = E4DataSet;
-        d.iStat(1) = code;
-        d.iStat(7) = 0;
+        d.iStat(row::problemCode) = code;
+        d.iStat(row::messageLevel) = 0;
         d.fStart = E4FUN1(d.xStart);
         int nFree = 0;
         for (int i = 1; i <= d.nVar(); ++i) nFree += d.iFixer(i) != 0;
-        d.iStat(36) = nFree;
+        d.iStat(row::nFree) = nFree;
     }
     int estimate() {
         int err = -1;
@@ -95,9 +95,9 @@ TEST_F(Noise, KnownNoiseIsFoundWithinAFactorOfThree) {
         EXPECT_EQ(estimate(), 0) << size;
         EXPECT_GT(E4DataSet.FrlErr, size / 3) << size;
         EXPECT_LT(E4DataSet.FrlErr, size * 3) << size;
-        EXPECT_EQ(E4DataSet.iStat(45), 1);
+        EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 1);
         // A step search and a table of 12 values stay within about 42 evaluations.
-        EXPECT_LE(E4DataSet.iStat(30), 1 + 31 + 12 * 3);
+        EXPECT_LE(E4DataSet.iStat(row::functionEvaluations), 1 + 31 + 12 * 3);
     }
     noiseSize = 0.0;
 }
@@ -116,12 +116,12 @@ TEST_F(Noise, SmoothFunctionGivesNearMachinePrecision) {
 // sqrt(nVar)*eps*A with nVar 1 and A 1 is taken and the table listed.
 TEST_F(Noise, ConstantFunctionTakesTheFallback) {
     select(14);
-    E4DataSet.iStat(7) = 1;
+    E4DataSet.iStat(row::messageLevel) = 1;
     out.str("");
     ASSERT_EQ(E4DataSet.nVar(), 1);
     EXPECT_EQ(estimate(), 1);
     EXPECT_EQ(E4DataSet.FrlErr, X02RMDC(2));
-    EXPECT_EQ(E4DataSet.iStat(30), 1 + 31 + 12);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1 + 31 + 12);
     const std::string text = out.str();
     auto count = [&text](const std::string& what) {
         int n = 0;
@@ -138,10 +138,10 @@ TEST_F(Noise, ConstantFunctionTakesTheFallback) {
 }
 
 TEST_F(Noise, DataSetNotReady) {
-    E4DataSet.iStat(7) = 6;
+    E4DataSet.iStat(row::messageLevel) = 6;
     EXPECT_EQ(estimate(), 10);
     EXPECT_EQ(out.str(), " E4ERR1 -E- WRONG INPUT DATA\n E4ERR1 --- Return to   TEST\n");
-    EXPECT_EQ(E4DataSet.iStat(30), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
 }
 
 }  // namespace

@@ -21,7 +21,7 @@ protected:
         resetProgramState();
         resetTargetFunction();
         unit::setTerminal(&in_, &out_);
-        E4DataSet.iStat(7) = 1;  // the monitor's start level
+        E4DataSet.iStat(row::messageLevel) = 1;  // the monitor's start level
     }
     void TearDown() override { unit::resetUnits(); }
 
@@ -31,7 +31,7 @@ protected:
         sysinf.MODEE4 = mode;
         in_.str(replies);
         in_.clear();
-        E4DataSet.iStat(1) = code;
+        E4DataSet.iStat(row::problemCode) = code;
         return E4FUN1(E4DataSet.xStart);
     }
     // A later call at the point p (through xEnd).

@@ -21,7 +21,7 @@
 
 namespace {
 
-// The value of call n (iStat(30) before the call) is values[n]; with
+// The value of call n (iStat(row::functionEvaluations) before the call) is values[n]; with
 // `jump` the value is 0 at the start point and 1 anywhere else.
 struct Script {
     std::vector<double> start{0.0};
@@ -44,15 +44,15 @@ std::vector<double> inUnits(std::vector<double> v) {
 
 static double scriptedUserf(double* x) {
     E4DataSetRecord& d = E4DataSet;
-    const int call = d.iStat(30);
+    const int call = d.iStat(row::functionEvaluations);
     const int n = static_cast<int>(script.start.size());
     if (call == 0) {
         d.nVar() = n;
-        d.iStat(36) = 0;
+        d.iStat(row::nFree) = 0;
         for (int i = 1; i <= n; ++i) {
             x[i - 1] = script.start[static_cast<std::size_t>(i - 1)];
             d.iFixer(i) = script.fixer[static_cast<std::size_t>(i - 1)];
-            d.iStat(36) += d.iFixer(i) != 0;
+            d.iStat(row::nFree) += d.iFixer(i) != 0;
         }
     }
     script.points.emplace_back(x, x + n);
@@ -84,9 +84,9 @@ protected:
     // Selects the user's problem (call 0) quietly, then sets the level.
     void play(const std::vector<double>& values, int level) {
         script.values = values;
-        E4DataSet.iStat(1) = 20;
+        E4DataSet.iStat(row::problemCode) = 20;
         E4DataSet.fStart = E4FUN1(E4DataSet.xStart);
-        E4DataSet.iStat(7) = level;
+        E4DataSet.iStat(row::messageLevel) = level;
         out.str("");
     }
     int estimate() {
@@ -177,10 +177,10 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
         EXPECT_EQ(estimate(), 0);
         EXPECT_EQ(out.str(), expected) << "level " << level;
         const E4DataSetRecord& d = E4DataSet;
-        EXPECT_EQ(d.iStat(30), 16);
+        EXPECT_EQ(d.iStat(row::functionEvaluations), 16);
         EXPECT_DOUBLE_EQ(d.FrlErr, 2 * u / std::sqrt(6.0));
-        EXPECT_EQ(d.iStat(45), 1);
-        EXPECT_EQ(d.iStat(39), 1);
+        EXPECT_EQ(d.iStat(row::FrlErrSet), 1);
+        EXPECT_EQ(d.iStat(row::xStepSet), 1);
         EXPECT_NEAR(d.xStep(1), 1000 * kH * kL, 1e-15);
     }
     // The probes went to L, 11L and 0.77L; table value k sits at k*L*h.
@@ -199,14 +199,14 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
 // flag of FrlErr already set goes up by one.
 TEST_F(ScriptedNoise, AQuarterOfSameSignPairsIsStillNoise) {
     play(inUnits({7 / u, 0, 2, 1, 0, 0, -1, 0, -1, 0, 1, 0, 2, 5, 4}), 1);
-    E4DataSet.iStat(37) = 0;
-    E4DataSet.iStat(45) = 1;
+    E4DataSet.iStat(row::fSet) = 0;
+    E4DataSet.iStat(row::FrlErrSet) = 1;
     EXPECT_EQ(estimate(), 0);
     EXPECT_NE(out.str().find("estimated by using 2-th\n"), std::string::npos) << out.str();
     EXPECT_EQ(E4DataSet.fStart, 0.0);
     EXPECT_DOUBLE_EQ(E4DataSet.FrlErr, 3 * u * std::sqrt(0.5));
-    EXPECT_EQ(E4DataSet.iStat(45), 2);
-    EXPECT_EQ(E4DataSet.iStat(30), 15);
+    EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 2);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 15);
 }
 
 // The step from the spread of the values, in units w = 2^-12 (below DFMAX):
@@ -290,8 +290,8 @@ TEST_F(ScriptedNoise, TableStopsAtDfmaxOnlyBeforeItsLastValue) {
         " E4ERR1 --- RELSTP =  5.384615E-03 .NE. RLSNEW =   0.00000    \n"
         "            Step length correction...\n";
     EXPECT_EQ(out.str().substr(0, trace.size()), trace);
-    EXPECT_EQ(E4DataSet.iStat(30), 16);
-    EXPECT_EQ(E4DataSet.iStat(45), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 16);
+    EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 1);
     // The second table is spaced by RELSTP = 0.07/13/13.
     EXPECT_NEAR(script.points[15][0], 12 * kL * (0.07 / 169), 1e-18);
 }
@@ -320,7 +320,7 @@ TEST_F(ScriptedNoise, StepBelowRminGivesUpWithoutTable) {
                         "            search was failed to found. So the step vector\n            is set as:\n"
                         "  0.100000    \n"),
               std::string::npos);
-    EXPECT_EQ(E4DataSet.iStat(30), 1 + 151);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1 + 151);
     EXPECT_EQ(E4DataSet.FrlErr, eps);
 }
 
@@ -348,7 +348,7 @@ TEST_F(ScriptedNoise, DirectionFromStepsAndFixedVariables) {
         script.fixer = c.fixer;
         play(v, 0);
         for (std::size_t i = 0; i < c.step.size(); ++i) E4DataSet.xStep(static_cast<int>(i) + 1) = c.step[i];
-        E4DataSet.iStat(39) = c.step.empty() ? 0 : 1;
+        E4DataSet.iStat(row::xStepSet) = c.step.empty() ? 0 : 1;
         estimate();
         ASSERT_EQ(script.points.size(), 14u);
         EXPECT_NEAR(script.points[1][0], c.probe[0], 1e-15);
@@ -371,7 +371,7 @@ TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
     play({2.0}, 4);
     E4DataSetRecord& d = E4DataSet;
     d.FrlErr = 1e-8;
-    d.iStat(45) = 1;
+    d.iStat(row::FrlErrSet) = 1;
     Vec1<double, kMaxVar> xTol;
     double fTol = 0;
     int err = -1;
@@ -387,20 +387,20 @@ TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
               "            absolute function tolerance:  3.000000E-08\n"
               "            absolute argument tolerance:\n"
               "  4.000000E-04   0.00000    \n\n");
-    EXPECT_EQ(d.iStat(40), 1);
-    EXPECT_EQ(d.iStat(41), 1);
+    EXPECT_EQ(d.iStat(row::rXTolSet), 1);
+    EXPECT_EQ(d.iStat(row::rFTolSet), 1);
     EXPECT_EQ(d.rFTol, 1e-8);
     EXPECT_DOUBLE_EQ(d.rXTol(1), 1.00000001110223016e-04);
     EXPECT_EQ(d.rXTol(2), 0.0);
     EXPECT_DOUBLE_EQ(fTol, 3e-8);
     EXPECT_DOUBLE_EQ(xTol(1), 4.00000004440892064e-04);
     EXPECT_EQ(xTol(2), 0.0);
-    EXPECT_EQ(d.iStat(30), 1);  // nothing evaluated
+    EXPECT_EQ(d.iStat(row::functionEvaluations), 1);  // nothing evaluated
 
     // Multiplier switch on: both tolerances times tolScl + 1.
     out.str("");
-    d.iStat(7) = 6;
-    d.iStat(11) = 1;
+    d.iStat(row::messageLevel) = 6;
+    d.iStat(row::tolMultiplierSwitch) = 1;
     d.tolScl = 9.0;
     E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
     EXPECT_EQ(out.str(),
@@ -419,7 +419,7 @@ TEST_F(ScriptedNoise, TolerancesMeasureTheNoiseFirst) {
     play(kTranscriptScript, 6);
     E4DataSetRecord& d = E4DataSet;
     d.rFTol = 1e-5;
-    d.iStat(41) = 1;
+    d.iStat(row::rFTolSet) = 1;
     Vec1<double, kMaxVar> xTol;
     double fTol = 0;
     int err = -1;
@@ -432,11 +432,11 @@ TEST_F(ScriptedNoise, TolerancesMeasureTheNoiseFirst) {
     EXPECT_DOUBLE_EQ(fTol, 1e-5);
 
     restart();
-    E4DataSet.iStat(7) = 6;
+    E4DataSet.iStat(row::messageLevel) = 6;
     E4TOL1(E4DataSet.xStart.data(), E4DataSet.fStart, xTol.data(), fTol, err, "TEST");
     EXPECT_EQ(err, 10);
     EXPECT_EQ(out.str(), " E4TOL1 --- Return to   TEST\n");
-    EXPECT_EQ(E4DataSet.iStat(30), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
 }
 
 }  // namespace

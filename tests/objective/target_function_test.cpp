@@ -12,27 +12,27 @@ TEST_F(TargetFunction, DimensionIsAskedRoundedAndRangeChecked) {
     EXPECT_EQ(nVar(), 10);  // above 128: the default, not 128
     EXPECT_EQ(occurrences(output(), "Number of variables (\"CR\" for default)"), 1);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     E4DataSet.nVar() = 7;
     select(2, "0\n", 0);
     EXPECT_EQ(nVar(), 4);
     EXPECT_EQ(occurrences(output(), "Number of variables"), 0);  // loaded before: not asked
-    EXPECT_EQ(E4DataSet.iStat(34), 80);            // 20 * 4
-    EXPECT_EQ(E4DataSet.iStat(33), (4 + 15 + 1) * 80);
-    EXPECT_EQ(E4DataSet.iStat(36), 4);
+    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 80);            // 20 * 4
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), (4 + 15 + 1) * 80);
+    EXPECT_EQ(E4DataSet.iStat(row::nFree), 4);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     E4DataSet.nVar() = 0;
     select(1, "7\n\n\n0\n", 0);
     EXPECT_EQ(nVar(), 6);
-    EXPECT_EQ(E4DataSet.iStat(33), (6 + 15 + 2) * 120);
+    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), (6 + 15 + 2) * 120);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     E4DataSet.nVar() = 0;
     select(9, "many\n0\n", 0);  // not a number: the default
     EXPECT_EQ(nVar(), 2);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     E4DataSet.nVar() = 12;
     select(9);  // auto mode takes the default whatever nVar holds
     EXPECT_EQ(nVar(), 2);
@@ -43,22 +43,22 @@ TEST_F(TargetFunction, FirstCallSetsLimitsBoundsFlagsAndCounts) {
     select(3);
     const E4DataSetRecord& ds = E4DataSet;
     EXPECT_EQ(output(), " 4-dimensional Wood function\n");
-    EXPECT_EQ(ds.iStat(34), 80);
-    EXPECT_EQ(ds.iStat(33), 1600);
-    EXPECT_EQ(ds.iStat(36), 4);
+    EXPECT_EQ(ds.iStat(row::maxITR), 80);
+    EXPECT_EQ(ds.iStat(row::maxNFE), 1600);
+    EXPECT_EQ(ds.iStat(row::nFree), 4);
     for (int i = 1; i <= 4; ++i) {
         EXPECT_EQ(ds.iFixer(i), 1);
         EXPECT_EQ(ds.bL(i), -1e20);
         EXPECT_EQ(ds.bU(i), 1e20);
     }
-    EXPECT_EQ(ds.iStat(51), 1);
-    EXPECT_EQ(ds.iStat(52), 1);
-    EXPECT_EQ(ds.iStat(37), 1);
-    EXPECT_EQ(ds.iStat(38), 1);
-    EXPECT_EQ(ds.iStat(30), 1);
+    EXPECT_EQ(ds.iStat(row::bLSet), 1);
+    EXPECT_EQ(ds.iStat(row::bUSet), 1);
+    EXPECT_EQ(ds.iStat(row::fSet), 1);
+    EXPECT_EQ(ds.iStat(row::xStartSet), 1);
+    EXPECT_EQ(ds.iStat(row::functionEvaluations), 1);
     at({1, 1, 1, 1});
     at({0, 0, 0, 0});
-    EXPECT_EQ(ds.iStat(30), 3);
+    EXPECT_EQ(ds.iStat(row::functionEvaluations), 3);
     EXPECT_EQ(output(), "");  // later calls at level 1 say nothing
 }
 
@@ -69,12 +69,12 @@ TEST_F(TargetFunction, ConstantIsAskedOnceAndAddedOnlyInInteractiveMode) {
     sysinf.MODEE4 = 1;
     EXPECT_DOUBLE_EQ(at({0, 0}), -0.9322);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     EXPECT_DOUBLE_EQ(select(7, "two\n", 0), -0.9322);  // no number: 0
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     select(7, "3\n", 0);
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     EXPECT_DOUBLE_EQ(select(7), -0.9322);  // a new problem in auto mode drops it
 }
 
@@ -87,7 +87,7 @@ TEST_F(TargetFunction, RosenbrockAsksAgainForAScaleThatIsNoNumber) {
     EXPECT_LT(text.find("Rosenbrock function\n"), text.find("What is the modification?"));
     EXPECT_NE(text.find(" 6-dimensional classical Rosenbrock function\n"), std::string::npos);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     select(1, "R\n1e-11\n0\n", 0);  // below 1e-10: taken as 1
     EXPECT_DOUBLE_EQ(x(3), 0.44);
     EXPECT_NE(output().find(" 6-dimensional Rosenbrock, R-Ze modification\n"), std::string::npos);
@@ -95,8 +95,8 @@ TEST_F(TargetFunction, RosenbrockAsksAgainForAScaleThatIsNoNumber) {
 
 TEST_F(TargetFunction, ScalingLeavesFixedVariablesAlone) {
     select(7);
-    E4DataSet.iStat(54) = 1;
-    E4DataSet.iStat(57) = 1;
+    E4DataSet.iStat(row::xScaleSet) = 1;
+    E4DataSet.iStat(row::xScaled) = 1;
     E4DataSet.xScale(1) = 2.0;
     E4DataSet.xScale(2) = 4.0;
     E4DataSet.iFixer(2) = 0;
@@ -104,17 +104,17 @@ TEST_F(TargetFunction, ScalingLeavesFixedVariablesAlone) {
     EXPECT_NEAR(at({2, 1}), -0.7425, 1e-14);
     EXPECT_EQ(E4DataSet.xEnd(1), 2.0);
     EXPECT_EQ(E4DataSet.xEnd(2), 1.0);
-    E4DataSet.iStat(57) = 0;  // loaded but not applied: no unscaling
+    E4DataSet.iStat(row::xScaled) = 0;  // loaded but not applied: no unscaling
     EXPECT_NEAR(at({1, 1}), -0.7425, 1e-14);
 }
 
 TEST_F(TargetFunction, MessageLevelFiveTracesAndSixAnnounces) {
     select(7);
     output();
-    E4DataSet.iStat(7) = 5;
+    E4DataSet.iStat(row::messageLevel) = 5;
     at({0, 0});
     EXPECT_EQ(output(), " Function no.  7,       2 value = -0.9322000000000000    \n");
-    E4DataSet.iStat(7) = 6;
+    E4DataSet.iStat(row::messageLevel) = 6;
     at({0, 0});
     EXPECT_EQ(output(),
               " 2-dimensional squared problem by Frieden\n"
@@ -124,7 +124,7 @@ TEST_F(TargetFunction, MessageLevelFiveTracesAndSixAnnounces) {
 TEST_F(TargetFunction, ProblemTenAnnouncesItsDimensionOnlyAboveLevelFive) {
     select(10);
     EXPECT_EQ(output(), " Welcome to one-dimensional problem\n");
-    E4DataSet.iStat(7) = 6;
+    E4DataSet.iStat(row::messageLevel) = 6;
     at({1});
     EXPECT_NE(output().find(" 1-dimensional problem\n"), std::string::npos);
 }
@@ -149,25 +149,25 @@ TEST_F(TargetFunction, SquaredProblemIsLoadedFromTheTerminal) {
 TEST_F(TargetFunction, SquaredProblemBrokenOffBeginsAgainWithoutTheDimension) {
     E4DataSet.xStart(1) = 7.0;
     EXPECT_EQ(select(8, "2\n2 1\n3\nno\n", 0), 0.0);
-    EXPECT_EQ(E4DataSet.iStat(30), 0);
-    EXPECT_EQ(E4DataSet.iStat(38), 0);
-    EXPECT_EQ(E4DataSet.iStat(51), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::xStartSet), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::bLSet), 0);
     EXPECT_EQ(x(1), 7.0);
     output();
     EXPECT_DOUBLE_EQ(select(8, "4 0\n1\n\n-1\n0 0\n\n", 0), -1.0);
     EXPECT_EQ(occurrences(output(), "Number of variables"), 0);
-    EXPECT_EQ(E4DataSet.iStat(30), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1);
     EXPECT_DOUBLE_EQ(at({1, 1}), -1.0 + 0.5 * (4 + 1));
 }
 
 TEST_F(TargetFunction, UndefinedCodesHaveNoTargetFunction) {
     for (int code : {0, -3, 15, 19}) {
-        E4DataSet.iStat(1) = code;
+        E4DataSet.iStat(row::problemCode) = code;
         EXPECT_EQ(E4FUN1(E4DataSet.xStart), 0.0);
         EXPECT_EQ(output(), " E4FUN1 -E- No target function specified!\n");
     }
-    EXPECT_EQ(E4DataSet.iStat(30), 0);
-    EXPECT_EQ(E4DataSet.iStat(37), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
+    EXPECT_EQ(E4DataSet.iStat(row::fSet), 0);
 }
 
 TEST_F(TargetFunction, CatalogueHoldsTwentyOneTitles) {

@@ -47,7 +47,7 @@ TEST_F(Problems, RosenbrockScaledByAThousandKeepsItsValueInBothForms) {
 
     // R-Ze form: every neighbour term is (10 * -0.2)^2, so f = 4 + 4 (n - 1).
     resetTargetFunction();
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     EXPECT_NEAR(select(1, "rze\n1000\n\n", 0), 24.0, 1e-12);
     EXPECT_NEAR(at({1, 1, 1000, 1, 1, 1000}), 0.0, 1e-15);
     // u3 = u6 = 0.001: terms 3 and 6 are (10 * (0.001 - 1))^2, term 4 (10 * (1 - 1e-6))^2.
@@ -103,7 +103,7 @@ TEST_F(Problems, CunningProblemAndFriedensSquare) {
     expectStart({-14.0, 21.0});
     EXPECT_EQ(at({0, 0}), -1.0);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     EXPECT_DOUBLE_EQ(select(7), -0.9322);
     expectStart({0.0, 0.0});
     EXPECT_NEAR(at({1, 1}), 0.9622 - 0.9322 - 0.7725, 1e-14);
@@ -116,7 +116,7 @@ TEST_F(Problems, SinusoidalChuteInTwoAndFourVariables) {
     expectStart({-4.0, -0.5});
     EXPECT_NEAR(at({1, std::sin(std::sqrt(M_PI))}), 0.0, 1e-20);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     E4DataSet.nVar() = 4;
     f = select(9, "0\n", 0);
     const LD c = cosl(w), s = sinl(w);
@@ -130,7 +130,7 @@ TEST_F(Problems, OneDimensionalAndExponentialFit) {
     expectStart({1.0});
     EXPECT_NEAR(at({10}), -6.0, 1e-14);  // (1 - 2) * 10 * 0.1 - 5
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     double f = select(11);
     LD expected = 0;
     for (int k = 1; k <= 10; ++k) {
@@ -150,7 +150,7 @@ TEST_F(Problems, PolynomialApproximations) {
     expectStart({2.0, 2.0});
     EXPECT_EQ(at({1, 1}), 0.0);
 
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     EXPECT_NEAR(select(13), 0.5 * 101 + 0.5 * 50.5, 1e-12);  // |0 - (1 + t) / 2|
     expectStart({0.0, 0.0});
     EXPECT_NEAR(at({0.5, 0.5}), 0.0, 1e-14);

@@ -45,7 +45,7 @@ TEST_F(SessionTest, FirstCallRunsBothPartsAndASecondPassAsksAtTheTerminal) {
 
     // The monitor counts again from 0: part B only, now at the terminal,
     // starting from the normalized volume fraction.
-    E4DataSet.iStat(30) = 0;
+    E4DataSet.iStat(row::functionEvaluations) = 0;
     out = withTerminal("2\n" + curve + "\n1\n0.5\n", [&] { f = vardeneSessionCall(x.data()); });
     EXPECT_NE(out.find(" Enter the format code " + std::string(18, '.') + " <            2 >: "),
               std::string::npos)
@@ -75,7 +75,7 @@ TEST_F(SessionTest, LaterCallsOnlyUnpackAndEvaluate) {
     answers(kPhases + "2\n" + curve + "\n1\n1.0\n");
     std::vector<double> x(kMaxVar, 0.0);
     withTerminal("", [&] { vardeneSessionCall(x.data()); });
-    E4DataSet.iStat(30) = 5;
+    E4DataSet.iStat(row::functionEvaluations) = 5;
     x[1] = 65.0;
     const std::string out = withTerminal("", [&] { vardeneSessionCall(x.data()); });
     EXPECT_EQ(out, "");

@@ -52,10 +52,10 @@ void expectEllipsoidAt(const std::vector<double>& x, int k) {
 
 void expectCounts(int nVar) {
     EXPECT_EQ(E4DataSet.nVar(), nVar);
-    EXPECT_EQ(E4DataSet.iStat(36), nVar);
-    EXPECT_EQ(E4DataSet.iStat(38), 1);
-    EXPECT_EQ(E4DataSet.iStat(51), 1);
-    EXPECT_EQ(E4DataSet.iStat(52), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::nFree), nVar);
+    EXPECT_EQ(E4DataSet.iStat(row::xStartSet), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::bLSet), 1);
+    EXPECT_EQ(E4DataSet.iStat(row::bUSet), 1);
 }
 
 }  // namespace
