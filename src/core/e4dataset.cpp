@@ -1,5 +1,5 @@
 // The data set record E4DataSet: its start state, the comment rows of iStat,
-// the method, gradient-scheme and termination tables, and E4RST1.
+// the gradient-scheme and termination tables, and E4RST1.
 #include "core/e4dataset.h"
 
 #include <array>
@@ -74,29 +74,6 @@ const std::pair<int, std::string_view> kComments[] = {
 
 constexpr std::string_view kUndefined = "... UNDEFINED ...";
 
-const std::array<std::string_view, kMethodRows> kMethods = {
-    "Fletcher-Reeves",
-    "Polak-Ribiere",
-    "Beale-Powell",
-    "Perry-Shanno one-step quasi-Newton",
-    kUndefined,
-    "Davidon-Fletcher-Powell",
-    "Broyden-Fletcher-Goldfarb-Shanno",
-    "Broyden",
-    "Fletcher (combined of D-F-P and B-F-G-S)",
-    "Oren-Luenberger (self-scaling)",
-    "Oren-Spedicato (self-scaling)",
-    "B-F-G-S with simple bounds",
-    kUndefined,
-    "coordinate descent",
-    "downhill simplex (Nelder and Mead)",
-    "Monte-Carlo (conventional)",
-    "Monte-Carlo (simulated annealing)",
-    "downhill simplex (simulated annealing)",
-    kUndefined,
-    kUndefined,
-};
-
 const std::array<std::string_view, 5> kGradientSchemes = {
     "adaptive finite-difference procedure", "fixed forward finite-differences procedure",
     "fixed central finite-differences procedure", "analytically expressed gradient", kUndefined};
@@ -130,7 +107,6 @@ std::string_view iStatComment(int row) {
     return kReserved;
 }
 
-std::string methodRow(int no) { return tableRow(kMethods, no - 1, 50); }
 std::string gradientSchemeRow(int value) { return tableRow(kGradientSchemes, value, 50); }
 std::string localTerminationRow(int value) { return tableRow(kLocalTermination, value, 50); }
 

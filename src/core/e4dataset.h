@@ -1,5 +1,5 @@
 // The data set of a minimization, E4DataSet, with its status vector iStat,
-// the method, gradient-scheme and termination tables, and E4RST1.
+// the gradient-scheme and termination tables, and E4RST1.
 #pragma once
 
 #include "core/status_rows.h"
@@ -64,12 +64,9 @@ struct E4DataSetRecord {
 extern E4DataSetRecord E4DataSet;
 
 constexpr int kFileNameWidth = 32;
-constexpr int kMethodRows = 20;
 
 // Comment text of row `row` of the status vector (as REPORT STATUS lists it).
 std::string_view iStatComment(int row);
-// Row text of method `no` (1..20), 50 characters, blank-padded.
-std::string methodRow(int no);
 // Row text of gradient scheme `value` (0..4; others "... UNDEFINED ...").
 std::string gradientSchemeRow(int value);
 // Row text of local termination mode `value` (0..5).

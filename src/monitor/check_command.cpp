@@ -5,6 +5,7 @@
 #include "monitor/command_words.h"
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "methods/method_table.h"
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
 #include "platform/units.h"
@@ -56,37 +57,11 @@ void offerMessageLevelReset(const Caller& c) {
     }
 }
 
-// maxITR and maxNFE by rule when one of them is not above 0.
+// maxITR and maxNFE by the method's rule when one of them is not above 0.
 void applyLimits() {
     E4DataSetRecord& d = E4DataSet;
-    int& maxNFE = d.iStat(row::maxNFE);
-    int& maxITR = d.iStat(row::maxITR);
-    if (maxITR > 0 && maxNFE > 0) return;
-    const int n = d.iStat(row::nFree);
-    const int method = d.iStat(row::methodRunning);
-    if ((d.nVar() == 1 || n == 1) && method <= 12) {
-        maxITR = 1;
-        if (maxNFE <= 0) maxNFE = 50;
-        return;
-    }
-    if (method <= 14) {
-        if (maxITR <= 0) {
-            maxITR = 10 * n;
-            if (maxNFE <= 0) maxNFE = (n + n / 3 + 15) * maxITR;
-        }
-    } else if (method == 15 || method == 18) {
-        if (maxNFE <= 0) {
-            maxNFE = 300 * n;
-            maxITR = maxNFE;
-        } else {
-            maxNFE = std::max(maxNFE, maxITR);
-            maxITR = maxNFE;
-        }
-    } else if (method == 16) {
-        maxNFE = 1000 * n;
-    } else if (method == 17) {
-        if (maxITR <= 0) maxNFE = 1000 * n;
-    }
+    defaultLimits(methodTableRow(d.iStat(row::methodRunning)).limits, d.nVar(), d.iStat(row::nFree),
+                  d.iStat(row::maxITR), d.iStat(row::maxNFE));
 }
 
 std::string boundText(double v) {
@@ -133,19 +108,19 @@ std::string checkBounds(std::string name) {
 // The parameters of the method; each test overwrites the name.
 std::string checkMethodParameters(std::string name) {
     E4DataSetRecord& d = E4DataSet;
-    const int method = d.iStat(row::methodRunning);
-    if (method == 16 || method == 17) {
+    const MethodRow& method = methodTableRow(d.iStat(row::methodRunning));
+    if (method.deviates) {
         if (d.iStat(row::deviatSet) == 0) name = "deviat";
     }
-    if (method == 17 || method == 18) {
+    if (method.temperature) {
         if (d.iStat(row::temperSet) == 0) name = "temper";
         if (d.iStat(row::NtriesT) == 0) name = "NtriesT";
         if (d.iStat(row::TscedSet) == 0) name = "Tsced";
     }
-    if (method >= 6 && method <= 11 && d.iStat(row::hCondSwitch) != 0) {
+    if (method.conditionLimit && d.iStat(row::hCondSwitch) != 0) {
         if (d.iStat(row::hCondSet) == 0 || d.hCond < 1.0) name = "hCond";
     }
-    if (method == 12) name = checkBounds(name);
+    if (method.simpleBounds) name = checkBounds(name);
     return name;
 }
 
@@ -156,8 +131,8 @@ std::string missingName(const Caller& c) {
     if (d.nVar() == 0) name = "nVar";
     if (d.iStat(row::nFree) == 0) name = "iFixer";
     if (d.iStat(row::xStartSet) == 0) name = "xStart";
-    const int method = d.iStat(row::methodRunning);
-    if (method >= 1 && method <= 11 && d.iStat(row::tolMultiplierSwitch) != 0 && d.iStat(row::tolSclSet) == 0) name = "tolScl";
+    const MethodRow& method = methodTableRow(d.iStat(row::methodRunning));
+    if (method.gradientScheme && d.iStat(row::tolMultiplierSwitch) != 0 && d.iStat(row::tolSclSet) == 0) name = "tolScl";
     if (c.evaluateOrSection) return name;
     applyLimits();
     return checkMethodParameters(name);

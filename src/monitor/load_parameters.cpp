@@ -6,6 +6,7 @@
 #include "monitor/command_words.h"
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "methods/method_table.h"
 #include "core/sysinf.h"
 #include "core/machine_constants.h"
 #include "platform/units.h"
@@ -94,12 +95,11 @@ std::optional<Outcome> loadInteger(MonitorState& m, std::string_view name, int e
 std::optional<Outcome> loadMaxItr(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
     if (std::optional<Outcome> end = loadInteger(m, "maxITR", row::maxITR, d.iStat(row::maxITR), 4)) return end;
-    int method = d.iStat(row::methodRunning);
-    if (method < 15 || method > 18) return std::nullopt;
+    const MethodRow& method = methodTableRow(d.iStat(row::methodRunning));
+    if (!method.countsTries) return std::nullopt;
     d.iStat(row::maxNFE) = d.iStat(row::maxITR);
     if (d.iStat(row::messageLevel) > 0) {
-        std::string row = methodRow(method);
-        E04MES("The method \"" + row.substr(0, static_cast<std::size_t>(R02LEN(row))) + "\"");
+        E04MES("The method \"" + std::string(method.text) + "\"");
         E04MES("assumes the use of  maxNFE  rather than  maxITR.");
         E04MES("maxNFE  will now be set equal to  maxITR.");
     }

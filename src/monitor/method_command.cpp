@@ -1,41 +1,13 @@
-// The METHOD command: the word table of the methods and the extra words of
-// the bounded, coordinate-descent and Monte-Carlo methods.
+// The METHOD command: the method by its word, and the extra words of the
+// bounded, coordinate-descent and Monte-Carlo methods.
 #include "monitor/command_words.h"
 
 #include "monitor/help_sections.h"
 #include "core/e4dataset.h"
 #include "core/sysinf.h"
-#include "core/string_tools.h"
+#include "methods/method_table.h"
 
 namespace {
-
-struct MethodWord {
-    std::string_view first;   // the first part begins with this
-    std::string_view second;  // and the second with this ("" = any)
-    int method;
-};
-
-// Tested in this order; the first pair that fits wins.
-constexpr MethodWord kMethodWords[] = {
-    {"F", "R", 1},   {"P", "R", 2},   {"B", "P", 3},    {"P", "S", 4},    {"D", "F", 6},
-    {"B", "F", 7},   {"BR", "", 8},   {"FL", "", 9},    {"O", "L", 10},   {"O", "S", 11},
-    {"SB", "", 12},  {"S", "B", 12},  {"C", "D", 14},   {"N", "M", 15},   {"M", "C", 16},
-    {"SA", "MC", 17}, {"SA", "NM", 18},
-};
-
-int methodOfWord(const std::string& word) {
-    std::string w = word.substr(0, static_cast<std::size_t>(R02LEN(word)));
-    R02CASE(w, 1);
-    std::size_t dash = w.find('-');
-    std::string first = w.substr(0, dash);
-    std::string second = dash == std::string::npos ? "" : w.substr(dash + 1);
-    for (const MethodWord& mw : kMethodWords) {
-        if (!first.starts_with(mw.first)) continue;
-        if (!mw.second.empty() && !second.starts_with(mw.second)) continue;
-        return mw.method;
-    }
-    return 0;
-}
 
 // Monte-Carlo: the number of tries and the deviate of the arguments.
 Outcome monteCarloWords(MonitorState& m) {
@@ -70,15 +42,16 @@ Outcome monteCarloWords(MonitorState& m) {
 
 Outcome extraWords(MonitorState& m, int method) {
     E4DataSetRecord& d = E4DataSet;
-    if (method == 12 && !wordBlank(m, 3)) {
+    const MethodRow& r = methodTableRow(method);
+    if (r.simpleBounds && !wordBlank(m, 3)) {
         if (std::optional<int> v = wordInt(m, 3)) d.iStat(row::boundsMode) = *v;
     }
-    if (method == 14 && !wordBlank(m, 3)) {
+    if (r.minimizer == Minimizer::CoordinateDescent && !wordBlank(m, 3)) {
         std::optional<int> v = wordInt(m, 3);
         d.iStat(row::cdVariable) = v.value_or(0);
         if (d.iStat(row::cdVariable) == 0 && !interactive()) return failedCommand(m);
     }
-    if (method == 16 || method == 17) return monteCarloWords(m);
+    if (r.deviates) return monteCarloWords(m);
     return Outcome::Done;
 }
 

@@ -50,8 +50,14 @@ void splitCommandLine(const std::string& commandLine) {
 void endOfJob() {
     const E4DataSetRecord& d = E4DataSet;
     const int out = sysinf.outUnit;
-    write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'Produced function minimum is equal to',G15.7,/,1X,'at the point:',/)",
-          d.fStart);
+    if (monitorState().searchRefused) {
+        // The last RUN or CONTINUE was refused: what stands here is no minimum.
+        write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'No search was made. Function value is ',G15.7,/,1X,'at the point:',/)",
+              d.fStart);
+    } else {
+        write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'Produced function minimum is equal to',G15.7,/,1X,'at the point:',/)",
+              d.fStart);
+    }
     int status = 0;
     I5WRA1(out, d.xStart.data(), 1, 1, d.nVar(), "", status);
     write(out, "(1X,/,1X,'after ',I10,' function evaluations,',/,7X,I10,' gradient evaluations,',/,7X,I10,' iterations')",

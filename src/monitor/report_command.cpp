@@ -4,6 +4,7 @@
 
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "methods/method_table.h"
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
@@ -53,12 +54,12 @@ void heading(int ch) {
     int problem = d.iStat(row::problemCode) == 0 ? 21 : d.iStat(row::problemCode);
     std::string title = trimmed(problemTitle(problem)) + " (" + std::to_string(d.nVar()) + "-dimensional)";
     labelled(ch, "Objective function", title, problem == 20 ? std::to_string(d.iStat(row::userType)) : "", 25, 0);
-    int method = d.iStat(row::methodRunning);
-    labelled(ch, "Chosen algorithm", trimmed(methodRow(method == 0 ? 20 : method)), "", 25, 55);
-    if (method >= 1 && method <= 11) labelled(ch, "Gradient scheme", trimmed(gradientSchemeRow(d.iStat(row::gradientScheme))), "", 25, 0);
-    if (method >= 1 && method <= 14 && method != 12)
+    const MethodRow& method = methodTableRow(d.iStat(row::methodRunning));
+    labelled(ch, "Chosen algorithm", std::string(method.text), "", 25, 55);
+    if (method.gradientScheme) labelled(ch, "Gradient scheme", trimmed(gradientSchemeRow(d.iStat(row::gradientScheme))), "", 25, 0);
+    if (method.localTermination)
         labelled(ch, "Local termination", trimmed(localTerminationRow(d.iStat(row::localTermination))), "", 25, 0);
-    if (method != 12) labelled(ch, "Overall termination", trimmed(overallTerminationRow(d.iStat(row::overallTermination))), "", 25, 0);
+    if (!method.simpleBounds) labelled(ch, "Overall termination", trimmed(overallTerminationRow(d.iStat(row::overallTermination))), "", 25, 0);
     write(ch, "(A)", "");
 }
 
@@ -91,8 +92,9 @@ void argumentBlocks(int ch) {
     I5WIA1(ch, d.iFixer.data(), 1, 1, n, "fixative-vector", status);
     if (d.iStat(row::xStartSet)) realBlock(ch, iStatComment(row::xStartSet), d.xEnd.data(), 1, 1, n);
     if (d.iStat(row::xScaleSet) && d.iStat(row::xScaled)) realBlock(ch, iStatComment(row::xScaleSet), d.xScale.data(), 1, 1, n);
-    if (d.iStat(row::methodRunning) == 12 && d.iStat(row::bLSet)) realBlock(ch, iStatComment(row::bLSet), d.bL.data(), 1, 1, n);
-    if (d.iStat(row::methodRunning) == 12 && d.iStat(row::bUSet)) realBlock(ch, iStatComment(row::bUSet), d.bU.data(), 1, 1, n);
+    const bool bounded = methodTableRow(d.iStat(row::methodRunning)).simpleBounds;
+    if (bounded && d.iStat(row::bLSet)) realBlock(ch, iStatComment(row::bLSet), d.bL.data(), 1, 1, n);
+    if (bounded && d.iStat(row::bUSet)) realBlock(ch, iStatComment(row::bUSet), d.bU.data(), 1, 1, n);
     if (d.iStat(row::stpMaxSet)) {
         realBlock(ch, iStatComment(row::stpMaxSet), d.stpMax.data(), 1, 1, n);
         pressReturn(ch);
@@ -112,12 +114,14 @@ void hessianBlocks(int ch, char c) {
 
 void searchBlocks(int ch) {
     E4DataSetRecord& d = E4DataSet;
-    const int n = d.nVar(), method = d.iStat(row::methodRunning);
-    bool monteCarlo = method == 16 || method == 17;
+    const int n = d.nVar();
+    const MethodRow& method = methodTableRow(d.iStat(row::methodRunning));
+    const bool monteCarlo = method.minimizer == Minimizer::MonteCarlo;
     if (d.iStat(row::xStepSet) && !monteCarlo) realBlock(ch, iStatComment(row::xStepSet), d.xStep.data(), 1, 1, n);
-    if (d.iStat(row::finDifSet) && method >= 1 && method <= 12) realBlock(ch, iStatComment(row::finDifSet), d.finDif.data(), 1, 1, n);
+    if (d.iStat(row::finDifSet) && method.finiteDifferences) realBlock(ch, iStatComment(row::finDifSet), d.finDif.data(), 1, 1, n);
     if (d.iStat(row::rXTolSet) && !monteCarlo) realBlock(ch, iStatComment(row::rXTolSet), d.rXTol.data(), 1, 1, n);
-    if (method == 17 || (method == 16 && d.iStat(row::deviatSet))) realBlock(ch, iStatComment(row::deviatSet), d.deviat.data(), 1, 1, n);
+    // The annealed Monte-Carlo search always shows its deviates.
+    if (monteCarlo && (method.temperature || d.iStat(row::deviatSet))) realBlock(ch, iStatComment(row::deviatSet), d.deviat.data(), 1, 1, n);
     if (d.iStat(row::directSet)) realBlock(ch, iStatComment(row::directSet), d.direct.data(), 1, 1, n);
 }
 
@@ -125,7 +129,8 @@ void vectorBlocks(int ch, const MonitorState& m, char b) {
     E4DataSetRecord& d = E4DataSet;
     if (d.nVar() == 0) return;
     if (b == 'D' || b == 'X') argumentBlocks(ch);
-    if ((b == 'D' || b == 'G') && d.iStat(row::gEndSet) && d.iStat(row::gradientEvaluations) && d.iStat(row::methodRunning) >= 1 && d.iStat(row::methodRunning) <= 12)
+    if ((b == 'D' || b == 'G') && d.iStat(row::gEndSet) && d.iStat(row::gradientEvaluations) &&
+        methodTableRow(d.iStat(row::methodRunning)).finiteDifferences)
         realBlock(ch, iStatComment(row::gEndSet), d.gEnd.data(), 1, 1, d.nVar());
     if (wordBegins(m, 3, "HES")) hessianBlocks(ch, firstLetter(m, 4));
     if (b == 'D') searchBlocks(ch);

@@ -3,7 +3,7 @@
 // function, noise and tolerance estimates at the end point.
 #include "monitor/command_words.h"
 
-#include "methods/simplex_search.h"
+#include "methods/method_table.h"
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
 #include "monitor/help_sections.h"
@@ -25,44 +25,29 @@ void startFromEndPoint() {
     d.fStart = d.fEnd;
 }
 
-void warn(std::string_view head, int value, std::string_view advice, int recommended) {
-    E04MES(std::string(head) + std::to_string(value));
-    E04MES(std::string(advice) + std::to_string(recommended));
+// A method whose search is not built yet is refused plainly: nothing is
+// searched and nothing is reported as a minimum.
+Outcome refuseUnavailable(MonitorState& m, int method) {
+    m.searchRefused = true;
+    const MethodRow& r = methodTableRow(method);
+    m.errorText = r.minimizer == Minimizer::None
+                      ? "Method " + std::to_string(method) + " has no search."
+                      : "Method \"" + std::string(r.text) + "\" is not available yet.";
+    return Outcome::ErrorExit;
 }
 
-// Warnings about the limits of iterations and evaluations (interactive).
-void limitWarnings() {
-    const E4DataSetRecord& d = E4DataSet;
-    const int n = d.iStat(row::nFree), method = d.iStat(row::methodRunning), maxNFE = d.iStat(row::maxNFE), maxITR = d.iStat(row::maxITR);
-    if (method >= 2 && method <= 14 && commandsFromTerminal()) {
-        if (maxITR > 100 * n)
-            warn("ZEMOK -W- Maximum number of iterations seems too large: ", maxITR,
-                 "          Recommended value: ", 10 * n);
-        int needed = (n + n / 3 + 15) * maxITR;
-        if (maxNFE < needed)
-            warn("ZEMOK -W- Max. number of function evaluations seems too small: ", maxNFE,
-                 "          Recommended value: ", needed);
-    }
-    if (method == 15 || method == 16) {
-        const int r = (method == 15 ? 100 : 1000) * n;
-        const int tenth = static_cast<int>(static_cast<float>(r) * 0.1f);
-        if (maxNFE < tenth)
-            warn(" ZEMOK -W- Maximum number of F calls seems too small: ", maxNFE,
-                 "           Recommended value: ", r);
-        if (maxNFE > 100 * r)
-            warn(" ZEMOK -W- Maximum number of F calls seems too large: ", maxNFE,
-                 "           Recommended value: ", r);
-    }
-}
-
-void callMinimizer() {
+void callMinimizer(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
     int iFlag = 0;
-    if (E4DataSet.iStat(row::methodRunning) == 15) E04DSMNM(iFlag);
-    E4DataSet.iFlag = iFlag;
+    methodTableRow(d.iStat(row::methodRunning)).search(iFlag);
+    d.iFlag = iFlag;
+    m.searchRefused = false;
 }
 
 Outcome firstPass(MonitorState& m, bool isContinue) {
     E4DataSetRecord& d = E4DataSet;
+    const int method = d.iStat(row::methodRunning);
+    if (method != 0 && !methodAvailable(method)) return refuseUnavailable(m, method);
     if (isContinue) {
         if (d.iStat(row::functionEvaluations) < 2 || d.iStat(row::methodRunning) != d.iStat(row::methodDone) || d.iStat(row::iterations) == 0) {
             setLine(m, "RUN");
@@ -81,15 +66,18 @@ Outcome firstPass(MonitorState& m, bool isContinue) {
 // After the report: the warnings, the question, and the search itself.
 Outcome lastPass(MonitorState& m) {
     m.guards[kReportGuard] = 0;
+    E4DataSetRecord& d = E4DataSet;
+    const int method = d.iStat(row::methodRunning);
+    if (!methodAvailable(method)) return refuseUnavailable(m, method);
     if (interactive()) {
-        limitWarnings();
+        limitWarnings(method, d.iStat(row::nFree), d.iStat(row::maxITR), d.iStat(row::maxNFE), commandsFromTerminal());
         if (commandsFromTerminal() && askYesNo("Continue?", "Y", sysinf.CursorPosition) == 'N') {
             sysinf.crUnit = sysinf.inUnit;
             return Outcome::Clear;
         }
     }
-    if (E4DataSet.iStat(row::computationMode) == 0) startFromEndPoint();
-    callMinimizer();
+    if (d.iStat(row::computationMode) == 0) startFromEndPoint();
+    callMinimizer(m);
     return Outcome::Done;
 }
 

@@ -4,6 +4,7 @@
 
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "core/search_limits.h"
 #include "core/sysinf.h"
 #include "objective/test_problems.h"
 #include "objective/user_function.h"
@@ -79,8 +80,7 @@ bool evaluateUserProblem(double* x, bool first, double& f) {
     const int n = ds.nVar();
     if (n == 0) return false;
     if (first) {
-        if (ds.iStat(row::maxITR) == 0) ds.iStat(row::maxITR) = 10 * n;
-        if (ds.iStat(row::maxNFE) == 0) ds.iStat(row::maxNFE) = (n + 15 + n / 3) * ds.iStat(row::maxITR);
+        userProblemLimits(n, ds.iStat(row::maxITR), ds.iStat(row::maxNFE));
         if (ds.iStat(row::xScaleSet) == 0) {
             for (int i = 1; i <= n; ++i) ds.xScale(i) = 1.0;
         }

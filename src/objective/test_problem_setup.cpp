@@ -2,6 +2,7 @@
 // dialogue, the questions of problems 1 and 8, the limits, bounds and start points.
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "core/search_limits.h"
 #include "core/sysinf.h"
 #include "numlib/symmetric_eigen.h"
 #include "objective/test_problems.h"
@@ -65,8 +66,7 @@ void chooseDimension(int code, const TestProblemInfo& info) {
     if (n < info.minVar || n > kMaxVar || autoDefault) n = info.defaultVar;
     if (code == 1) n = 2 * std::max(n / 2, 1);
     if (code == 2) n = 4 * std::max(n / 4, 1);
-    ds.iStat(row::maxITR) = 20 * n;
-    ds.iStat(row::maxNFE) = (n + 15 + n / 3) * ds.iStat(row::maxITR);
+    testProblemLimits(n, ds.iStat(row::maxITR), ds.iStat(row::maxNFE));
     ds.iStat(row::nFree) = n;
 }
 

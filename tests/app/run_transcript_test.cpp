@@ -1,6 +1,7 @@
 // Transcript tests of RUN and CONTINUE with the downhill simplex: fits of
 // test problems in auto mode, a short run checked line by line, and the
 // ways CONTINUE turns into RUN.
+#include "methods/method_table.h"
 #include "support/run_zemok.h"
 
 #include <gtest/gtest.h>
@@ -97,17 +98,37 @@ TEST(RunTranscript, ContinueGoesOnWithTheStoredSimplex) {
     EXPECT_EQ(rest.substr(row + 48, 12), "  0.00    |\n");
 }
 
-TEST(RunTranscript, ContinueWithoutASearchOrAfterAMethodChangeIsRun) {
+TEST(RunTranscript, ContinueWithoutASearchIsRun) {
     ZemokRun fresh = autoSession("PROBLEM,TEST,14\nMETHOD,N-M\nCONTINUE\nEXIT\n");
     EXPECT_NE(fresh.out.find(" ZEMOK --- Version 5.6 rev. 09 May 02 03:30 reports current information:"),
               std::string::npos);
     EXPECT_NE(fresh.out.find("information at the start of the search"), std::string::npos);
-    // After a real search, a change of method makes CONTINUE a RUN of the
-    // new method: the report comes again.
-    ZemokRun changed = autoSession("PROBLEM,TEST,5\nMETHOD,N-M\nRUN\nMETHOD,C-D\nCONTINUE\nEXIT\n");
-    std::size_t first = changed.out.find("reports current information");
-    ASSERT_NE(first, std::string::npos);
-    EXPECT_NE(changed.out.find("reports current information", first + 1), std::string::npos);
+}
+
+// RUN or CONTINUE with a method whose search is not built: one plain line,
+// no search, status 1 in auto mode, and no minimum at the end of the job.
+TEST(RunTranscript, MethodWithoutASearchIsRefusedPlainly) {
+    for (int method = 1; method <= kMethodRows; ++method) {
+        const MethodRow& r = methodTableRow(method);
+        if (r.minimizer == Minimizer::None || methodAvailable(method)) continue;
+        for (const char* command : {"RUN", "CONTINUE"}) {
+            ZemokRun run = autoSession("PROBLEM,TEST,7\nMETHOD," + std::string(r.word) + "\n" + command + "\nEXIT\n");
+            const std::string tail = " Method \"" + std::string(r.text) + "\" is not available yet.\n\n"
+                " ----------------------------- END OF JOB -----------------------------\n\n"
+                " No search was made. Function value is  -0.9322000    \n at the point:\n\n"
+                "   0.00000       0.00000    \n\n\n"
+                " after          1 function evaluations,\n"
+                "                0 gradient evaluations,\n"
+                "                0 iterations\n";
+            EXPECT_NE(run.out.find(tail), std::string::npos) << r.word << " " << command << "\n" << run.out;
+            EXPECT_EQ(run.out.find("Produced function minimum"), std::string::npos) << r.word;
+            EXPECT_EQ(run.exitCode, 1) << r.word;
+        }
+    }
+    // A method number that belongs to no search, set as a status element.
+    ZemokRun undefined = autoSession("PROBLEM,TEST,7\nMETHOD,N-M\nSET,STATUS,2,5\nRUN\nEXIT\n");
+    EXPECT_NE(undefined.out.find(" Method 5 has no search.\n"), std::string::npos) << undefined.out;
+    EXPECT_EQ(undefined.exitCode, 1);
 }
 
 TEST(RunTranscript, MessageLevelAboveNineIsBroughtToOneAtRun) {

@@ -29,22 +29,6 @@ TEST(SystemRecord, OperatingSystemWordSelectsFileSystemAndScreen) {
     }
 }
 
-TEST(DataSet, TablesOfRows) {
-    EXPECT_EQ(iStatComment(7), "message level: 0=NO MESSAGES");
-    EXPECT_EQ(iStatComment(28), "--- Reserved ---");
-    EXPECT_EQ(iStatComment(100), "--- Reserved ---");
-    EXPECT_EQ(iStatComment(101), "activator of a dialogue designed in \"USERF\"");
-    EXPECT_EQ(methodRow(7), padded("Broyden-Fletcher-Goldfarb-Shanno", 50));
-    EXPECT_EQ(methodRow(5), padded("... UNDEFINED ...", 50));
-    EXPECT_EQ(methodRow(15), padded("downhill simplex (Nelder and Mead)", 50));
-    EXPECT_EQ(methodRow(20).size(), 50u);
-    EXPECT_EQ(gradientSchemeRow(3), padded("analytically expressed gradient", 50));
-    EXPECT_EQ(gradientSchemeRow(4), padded("... UNDEFINED ...", 50));
-    EXPECT_EQ(localTerminationRow(5), padded("exit on single successful linear search step", 50));
-    EXPECT_EQ(overallTerminationRow(1), padded("weak checking mode", 32));
-    EXPECT_EQ(overallTerminationRow(7), padded("... UNDEFINED ...", 32));
-}
-
 TEST(DataSet, StartState) {
     resetProgramState();
     EXPECT_EQ(E4DataSet.xScale(1), 1.0);
