@@ -1,13 +1,16 @@
 # Two set-up commands: `make demo` and `make test`.
 BUILD ?= build
 JOBS ?= 2
+# ccache speeds up rebuilds where it is installed; nothing needs it.
+CCACHE := $(shell command -v ccache 2>/dev/null)
+CMAKE_FLAGS := -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZEMOK_WERROR=ON $(if $(CCACHE),-DCMAKE_CXX_COMPILER_LAUNCHER=$(CCACHE))
 
 .PHONY: all build zemok test demo bench clean
 
 all: build
 
 $(BUILD)/CMakeCache.txt:
-	cmake -S . -B $(BUILD) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DZEMOK_WERROR=ON
+	cmake -S . -B $(BUILD) $(CMAKE_FLAGS)
 
 build: $(BUILD)/CMakeCache.txt
 	cmake --build $(BUILD) -j $(JOBS)

@@ -1,21 +1,18 @@
 // The downhill simplex search of Nelder and Mead, E04DSMNM: the regular
 // simplex, the pass with its table, reflection, extrapolation, contraction
-// and reduction, and CONTINUE on the stored simplex.
+// and reduction, and CONTINUE on the stored simplex.  What it does is
+// told through its trace (simplex_report.cpp writes the lines).
 #include "methods/simplex_search.h"
 
-#include "core/console_layer.h"
 #include "core/e4dataset.h"
-#include "core/sysinf.h"
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
-#include "platform/units.h"
-#include "textfile/prompts.h"
 
 #include <cmath>
 
 namespace {
 
-constexpr std::string_view kTag = "E04DSMNM";
+constexpr std::string_view kTag = "E04DSMNM";  // tag of the estimates it asks for
 
 // State that outlives a call, so that CONTINUE goes on with the simplex.
 struct SimplexState {
@@ -28,33 +25,26 @@ struct SimplexState {
 SimplexState simplex;
 
 E4DataSetRecord& ds() { return E4DataSet; }
-int level() { return ds().iStat(row::messageLevel); }
-int out() { return writerChannel(sysinf.dwUnit); }
+using namespace simplex_trace;
+
 bool isFree(int i) { return ds().iFixer(i) != 0; }
 
 double& vertex(int k, int i) { return ds().Hesse(i, k); }
 double& vertexValue(int k) { return ds().Hdiag(k); }
 
-void writeMatrix() {
-    int status = 0;
-    I5WRA1(out(), ds().Hesse.data(), kMaxVar, ds().nVar(), simplex.nVert, "", status);
+void emit(const TraceRecord& r) { traceTo(simplexReport(), r); }
+
+void trialPoint(int code, double f, const Vec1<double, kMaxVar>& p) {
+    TraceRecord r{TraceKind::Point, code};
+    r.value = f;
+    r.point = p.data();
+    emit(r);
 }
 
-void writeValues() {
-    int status = 0;
-    write(out(), "(A)", " vertex function values:");
-    I5WRA1(out(), ds().Hdiag.data(), 1, 1, simplex.nVert, "", status);
-}
-
-void writePoint(const char* valueText, const char* pointText, double f, Vec1<double, kMaxVar>& p) {
-    if (level() <= 7) return;
-    int status = 0;
-    write(out(), std::string("(\"") + valueText + "\",1P,G14.6,/,\"" + pointText + "\")", f);
-    I5WRA1(out(), p.data(), 1, 1, ds().nVar(), "", status);
-}
-
-void replaced(const char* how) {
-    if (level() > 7) write(out(), "(\" largest point has been replaced by the\",A)", how);
+void replaced(int by) {
+    TraceRecord r{TraceKind::Event, Replaced};
+    r.count[0] = by;
+    emit(r);
 }
 
 // Step sizes of the regular simplex from the mean initial step.
@@ -109,16 +99,10 @@ void buildVertices(double step1, double step2) {
 }
 
 void startReport(double step, double step1, double step2) {
-    if (level() <= 0) return;
-    write(out(),
-          "(1X,/,1X,A6,\" --- information at the start of the \",\"search:\",/,/,"
-          "\" step \",20(\"-\"),1P,G14.6,/,\" step1 \",19(\"-\"),1P,G14.6,/,"
-          "\" step2 \",19(\"-\"),1P,G14.6,/,\" starting function value -\",1P,G14.6,/,"
-          "\" initial vertex coordinates:\")",
-          kTag, step, step1, step2, ds().fStart);
-    writeMatrix();
-    writeValues();
-    write(out(), "(1X,70(\"-\"))");
+    TraceRecord r{TraceKind::Start};
+    r.real = {step, step1, step2, ds().fStart};
+    r.count[0] = simplex.nVert;
+    emit(r);
 }
 
 void buildSimplex() {
@@ -144,11 +128,12 @@ void extremes(int& jh, int& jl) {
 }
 
 void passTable(int passes, int limit, int jl, double fL) {
-    if (level() <= 0) return;
-    if (passes == 1 || passes % 10 == 0)
-        write(out(), "(\" E04DSMNM --- |# succ. | NFE rem.|      f      |\",\"  deltaf  |\")");
-    write(out(), "(14X,\"|\",I8,\"|\",I9,\"|\",1P,G12.5,\" |\",1P,G10.3,\"|\")", passes,
-          limit - ds().iStat(row::functionEvaluations), vertexValue(jl), fL - simplex.fLowPrev);
+    TraceRecord r{TraceKind::Pass};
+    r.pass = passes;
+    r.count[0] = limit - ds().iStat(row::functionEvaluations);
+    r.value = vertexValue(jl);
+    r.real[0] = fL - simplex.fLowPrev;
+    emit(r);
 }
 
 void setVertex(int k, const Vec1<double, kMaxVar>& p, double f) {
@@ -180,61 +165,55 @@ void reduce(int jl) {
         }
         vertexValue(k) = E4FUN1(d.xStart.data());
     }
-    if (level() > 7) write(out(), "(A)", " simplex has been reduced by half");
+    emit(TraceRecord{TraceKind::Event, Reduced});
 }
 
 // One change of the simplex after the stop test: steps 7 to 12.
 void move(int jh, int jl, double fH, double fL) {
     centroidAndReflection(jh);
     double fR = evaluate(simplex.r);
-    writePoint(" reflected point function value --------", " reflected point coordinates:", fR, simplex.r);
+    trialPoint(Reflected, fR, simplex.r);
     if (fR <= fL) {
         for (int i = 1; i <= ds().nVar(); ++i) {
             if (isFree(i)) simplex.e(i) = 2.0 * simplex.r(i) - simplex.c(i);
         }
         double fE = evaluate(simplex.e);
-        writePoint(" extrapolated point function value -----", " extrapolated point coordinates:", fE,
-                   simplex.e);
+        trialPoint(Extrapolated, fE, simplex.e);
         bool reflect = fR < fE;
         setVertex(jh, reflect ? simplex.r : simplex.e, reflect ? fR : fE);
-        replaced(reflect ? " reflected one" : " extrapolated one");
+        replaced(reflect ? Reflected : Extrapolated);
         return;
     }
     if (fR <= fH) {
         setVertex(jh, simplex.r, fR);
-        replaced(" reflected one");
+        replaced(Reflected);
         double s = vertexValue(jh == 1 ? 2 : 1);
         for (int k = 1; k <= simplex.nVert; ++k) {
             if (k != jh && vertexValue(k) > s) s = vertexValue(k);
         }
-        if (level() > 7) write(out(), "(\" second-largest function value ---------\",1P,G14.6)", s);
+        TraceRecord second{TraceKind::Event, SecondLargest};
+        second.value = s;
+        emit(second);
         if (fR <= s) return;
     }
     for (int i = 1; i <= ds().nVar(); ++i) {
         if (isFree(i)) simplex.q(i) = (vertex(jh, i) + simplex.c(i)) * 0.5;
     }
     double fC = evaluate(simplex.q);
-    writePoint(" contracted point function value -------", " contracted point coordinates:", fC, simplex.q);
+    trialPoint(Contracted, fC, simplex.q);
     if (fC <= fH) {
         setVertex(jh, simplex.q, fC);
-        replaced(" contracted one");
+        replaced(Contracted);
         return;
     }
     reduce(jl);
 }
 
 void endReport(int passes, int limit) {
-    if (level() <= 0) return;
-    write(out(), "(1X,/,1X,A,\" --- search stopped. the reason:\")", kTag);
-    if (ds().iStat(row::functionEvaluations) < limit) {
-        write(out(), "(14X,\"all convergence criteria have been satisfied.\")");
-    } else {
-        write(out(), "(14X,\"exceeded number of function evaluations.\")");
-    }
-    write(out(),
-          "(14X,\"return to monitor program after\",I7,\" successes\",/,14X,"
-          "\"total number of function evaluations =\",I9,\".\",/)",
-          passes, ds().iStat(row::functionEvaluations));
+    TraceRecord r{TraceKind::Stop, ds().iStat(row::functionEvaluations) < limit ? Converged : BudgetSpent};
+    r.pass = passes;
+    r.count[0] = ds().iStat(row::functionEvaluations);
+    emit(r);
 }
 
 void finish(int jl, int passes, int& iFlag) {
@@ -247,10 +226,10 @@ void finish(int jl, int passes, int& iFlag) {
 }
 
 void passHeader(int passes) {
-    if (level() <= 3) return;
-    write(out(), "(1X,/,\" vertex coordinates at \",I7,\" iteration:\")", passes);
-    writeMatrix();
-    writeValues();
+    TraceRecord r{TraceKind::Event, VertexTable};
+    r.pass = passes;
+    r.count[0] = simplex.nVert;
+    emit(r);
 }
 
 }  // namespace
@@ -269,10 +248,10 @@ void E04DSMNM(int& iFlag) {
         int jh = 1, jl = 1;
         extremes(jh, jl);
         double fH = vertexValue(jh), fL = vertexValue(jl);
-        if (level() > 7)
-            write(out(), "(\" largest function value no.\",I9,\" ) -\",1P,G14.6,/,"
-                         "\" least function value no.\",I9,\" ) ---\",1P,G14.6)",
-                  jh, fH, jl, fL);
+        TraceRecord ends{TraceKind::Event, Extremes};
+        ends.count = {jh, jl, 0, 0};
+        ends.real = {fH, fL, 0, 0};
+        emit(ends);
         passTable(passes, limit, jl, fL);
         simplex.fLowPrev = fL;
         d.deltaF = fH - fL;
