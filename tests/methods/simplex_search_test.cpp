@@ -2,6 +2,8 @@
 // standard starts, the stop rule and its texts, CONTINUE on the stored
 // simplex, and a simplex with no free variable.
 #include "methods/simplex_search.h"
+#include "app/module_registry.h"
+#include "objective/user_function.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
@@ -11,6 +13,8 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -130,6 +134,50 @@ TEST_F(Simplex, NoFreeVariableEndsInTheFirstPass) {
     EXPECT_EQ(E4DataSet.iStat(row::iterations), 0);
     EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), before);  // one vertex, no new evaluation
     EXPECT_EQ(E4DataSet.xEnd(1), -1.0);
+}
+
+// f = x1^2 + 2 x2^2 from (1, 1): the user's problem of the path test.
+double ellipse(double* x) {
+    if (E4DataSet.iStat(row::functionEvaluations) == 0) {
+        E4DataSet.nVar() = 2;
+        x[0] = x[1] = 1.0;
+        E4DataSet.iFixer(1) = E4DataSet.iFixer(2) = 1;
+    }
+    return x[0] * x[0] + 2.0 * x[1] * x[1];
+}
+
+struct PathRecorder : SearchTrace {
+    std::string kinds;           // R, E, C per trial point, S per reduction
+    std::vector<double> values;  // the trial values in order
+    void record(const TraceRecord& r) override {
+        if (r.kind == TraceKind::Point) {
+            kinds += "?REC"[r.code - simplex_trace::Reflected + 1];
+            values.push_back(r.value);
+        }
+        if (r.kind == TraceKind::Event && r.code == simplex_trace::Reduced) kinds += 'S';
+    }
+};
+
+// The path of the search, step by step, against an independent run of the
+// rules (reflection 2c - xh, extrapolation 2r - c, contraction (xh + c)/2,
+// reduction half way to the least vertex) written in Python: sizes
+// step1 = 0.9659258, step2 = 0.2588190 from xStep 1, rFTol 1e-3.
+TEST_F(Simplex, PathOfTheSearchFollowsTheRulesStepByStep) {
+    setUserFunction(ellipse);
+    PathRecorder path;
+    setTraceObserver(&path);
+    select(20, 1.0, 1e-3, 1000);
+    run();
+    setTraceObserver(nullptr);
+    registerModules();
+    EXPECT_EQ(path.kinds, "RRERRERCRCRCRCRCRCRCRCRCR");
+    const double first[] = {3.085786437626905, 0.5516713065309047, 0.6854493942483565, 1.0998594651195612,
+                            0.15153077165046558, 2.1022961574756978, 1.9693680168462473, 0.2299169582368595};
+    ASSERT_GE(path.values.size(), 8u);
+    for (int k = 0; k < 8; ++k) EXPECT_NEAR(path.values[static_cast<std::size_t>(k)], first[k], 1e-13) << k;
+    EXPECT_EQ(E4DataSet.iStat(row::iterations), 14);
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 28);
+    EXPECT_NEAR(E4DataSet.fEnd, 0.0006480662158605457, 1e-15);
 }
 
 }  // namespace
