@@ -1,8 +1,7 @@
 #!/usr/bin/python3
 # Derives the coefficient tables of src/numlib/special_series.cpp from the
 # definitions of the functions, in 60-digit arithmetic (Debian python3-mpmath):
-#   - the three Chebyshev series (gammaSeries, lgammaCorrSeries, ln1pSeries),
-#   - the rational form of Y1 on (4, 8] around its second zero y1.
+#   the three Chebyshev series (gammaSeries, lgammaCorrSeries, ln1pSeries).
 # Run:  /usr/bin/python3 bench/derive_special_coefficients.py > /tmp/coef.txt
 # and compare with the tables in the source.  Nothing in the build runs this.
 import mpmath as mp
@@ -38,41 +37,6 @@ def ln1p_series(t):
     return (1 - mp.log1p(x) / x) / x
 
 
-def y1_rational(nd=7, dd=7, points=240):
-    """Rational N(y)/D(y), y = x^2, D monic, fitted in relative error to
-    (Y1(x) - (2/pi) ln(x/y1) J1(x)) * x / (x^2 - y1^2) on [4, 8]."""
-    xy1 = mp.mpf('5.4296810407941351328')
-
-    def target(x):
-        j = mp.besselj(1, x)
-        y = mp.bessely(1, x)
-        return (y - 2 / mp.pi * mp.log(x / xy1) * j) * x / ((x - xy1) * (x + xy1))
-
-    xs = [6 - 2 * mp.cos(mp.pi * (k + mp.mpf(1) / 2) / points) for k in range(points)]
-    rows, rhs = [], []
-    for x in xs:
-        y = x * x
-        r = target(x)
-        w = 1 / r
-        rows.append([-(y ** (nd - i)) * w for i in range(nd + 1)]
-                    + [r * y ** (dd - 1 - i) * w for i in range(dd)])
-        rhs.append(-r * y ** dd * w)
-    sol = mp.qr_solve(mp.matrix(rows), mp.matrix(rhs))[0]
-    coef = [sol[i] for i in range(nd + dd + 1)]
-    worst = 0
-    for k in range(1001):
-        x = 4 + 4 * mp.mpf(k) / 1000
-        y = x * x
-        num = mp.mpf(0)
-        for i in range(nd + 1):
-            num = num * y + coef[i]
-        den = mp.mpf(1)
-        for i in range(dd):
-            den = den * y + coef[nd + 1 + i]
-        worst = max(worst, abs(num / den / target(x) - 1))
-    return coef[:nd + 1], coef[nd + 1:], worst
-
-
 def show(name, values):
     print(f"// {name}: {len(values)} terms")
     for v in values:
@@ -83,7 +47,3 @@ if __name__ == "__main__":
     show("gammaSeries", chebyshev(gamma_series, 42))
     show("lgammaCorrSeries", chebyshev(lgamma_corr_series, 15))
     show("ln1pSeries", chebyshev(ln1p_series, 43))
-    num, den, worst = y1_rational()
-    show("Y1 on (4,8]: numerator, highest power first", num)
-    show("Y1 on (4,8]: denominator below the leading y^7", den)
-    print(f"// largest relative error of the Y1 form on [4, 8]: {mp.nstr(worst, 3)}")

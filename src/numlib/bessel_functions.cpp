@@ -56,15 +56,24 @@ constexpr double kPY0[7] = {2.2157953222280260820e+05, -5.9157479997408395984e+0
 constexpr double kQY0[6] = {8.2079908168393867438e+02, 3.8136470753052572164e+05,
                             1.2250435122182963220e+08, 2.7800352738690585613e+10,
                             4.1272286200406461981e+12, 3.0737873921079286084e+14};
-// The same on (4, 8] around y0 = 5.430, in x^2 (numerator highest power first,
-// denominator monic of degree 7): fitted in relative error to 2e-17, see
-// bench/derive_special_coefficients.py.
-constexpr double kPY1[8] = {235.6265688479339,   -249418.02452849128, 100567183.53108245,
-                            -18512637638.21641,  1397871757353.1265,  -11268751910265.836,
-                            -1968142373859711.5, 4001745826753573.0};
-constexpr double kQY1[7] = {793.2865073188508,  439240.42443353124, 183295469.52300584,
-                            58973544255.13858,  14108386887671.498, 2267155343072088.0,
-                            1.853181748945179e+17};
+// The same on (4, 8] around y0 = 5.430: numerator of degree 8 in x^2 with its
+// leading coefficient last, denominator monic of degree 8, at the 20 digits
+// of the published table.  Near x = 8 the terms of the numerator cancel by up
+// to 20 times, so the form is summed in the extended format (64-bit
+// mantissa): in double the rounding of the coefficients and of the sums
+// alone would cost up to 28 eps in Y1.
+constexpr long double kPY1[9] = {1.9153806858264202986e+06L, -1.1957961912070617006e+09L,
+                                 3.7453673962438488783e+11L, -5.9530713129741981618e+13L,
+                                 4.0686275289804744814e+15L, -2.3638408497043134724e+16L,
+                                 -5.6808094574724204577e+18L, 1.1514276357909013326e+19L,
+                                 -1.2337180442012953128e+03L};
+constexpr long double kQY1[8] = {1.2855164849321609336e+03L, 1.0453748201934079734e+06L,
+                                 6.3550318087088919566e+08L, 3.0221766852960403645e+11L,
+                                 1.1187010065856971027e+14L, 3.0837179548112881950e+16L,
+                                 5.6968198822857178911e+18L, 5.3321844313316185697e+20L};
+constexpr long double kTwoOverPiLong = 6.3661977236758134308e-1L;
+constexpr long double kY1Zero2Long = 5.4296810407941351328L;
+constexpr long double kY1Zero2LowLong = -6.4592058648672279948e-06L;
 // Modulus and phase beyond 8, in z = 8/x.
 constexpr double kP0[6] = {-1.0982405543459346727e+05, -1.5235293511811373833e+06,
                            -6.6033732483649391093e+06, -9.9422465050776411957e+06,
@@ -133,35 +142,34 @@ double logAroundZero(double ax, double up, double y0) {
     return std::log(ax / y0);
 }
 
-// Y1 for 0 < x <= 8 from J1 and the rational form around the nearest zero of Y1.
+// Y1 for 0 < x <= 4 from J1 and the rational form around the first zero of Y1.
 double y1Rational(double ax, double j1) {
     const double y = ax * ax;
-    double up = 0.0;
-    double y0 = 0.0;
-    double num = 0.0;
-    double den = 0.0;
-    if (ax <= 4.0) {
-        up = (ax - kY1Zero1High) - kY1Zero1Low;
-        y0 = kY1Zero1;
-        num = kPY0[6] * y + kPY0[0];
-        den = y + kQY0[0];
-        for (int i = 1; i < 6; ++i) {
-            num = num * y + kPY0[i];
-            den = den * y + kQY0[i];
-        }
-    } else {
-        up = (ax - kY1Zero2High) - kY1Zero2Low;
-        y0 = kY1Zero2;
-        num = kPY1[0];
-        den = y + kQY1[0];
-        for (int i = 1; i < 7; ++i) {
-            num = num * y + kPY1[i];
-            den = den * y + kQY1[i];
-        }
-        num = num * y + kPY1[7];
+    const double up = (ax - kY1Zero1High) - kY1Zero1Low;
+    double num = kPY0[6] * y + kPY0[0];
+    double den = y + kQY0[0];
+    for (int i = 1; i < 6; ++i) {
+        num = num * y + kPY0[i];
+        den = den * y + kQY0[i];
     }
-    const double lnRatio = logAroundZero(ax, up, y0);
-    return kTwoOverPi * lnRatio * j1 + (num / den) * up * (ax + y0) / ax;
+    const double lnRatio = logAroundZero(ax, up, kY1Zero1);
+    return kTwoOverPi * lnRatio * j1 + (num / den) * up * (ax + kY1Zero1) / ax;
+}
+
+// Y1 for 4 < x <= 8 around the second zero of Y1, in the extended format.
+double y1RationalFar(double ax, double j1) {
+    const long double x = ax;
+    const long double y = x * x;
+    const long double up = (x - kY1Zero2High) - kY1Zero2LowLong;
+    long double num = kPY1[8] * y + kPY1[0];
+    long double den = y + kQY1[0];
+    for (int i = 1; i < 8; ++i) {
+        num = num * y + kPY1[i];
+        den = den * y + kQY1[i];
+    }
+    const double lnRatio = logAroundZero(ax, (ax - kY1Zero2High) - kY1Zero2Low, kY1Zero2);
+    return static_cast<double>(kTwoOverPiLong * lnRatio * j1 +
+                               (num / den) * up * (x + kY1Zero2Long) / x);
 }
 
 // |x| > 8: modulus sqrt(2/(pi x)) and the phase reduced by whole turns.
@@ -223,5 +231,6 @@ double S17J1Y1(double x, int type, int& err) {
     }
     if (ax > 8.0) return besselAsymptotic(x, ax, type);
     const double j1 = j1Rational(x, ax);
-    return type == 0 ? j1 : y1Rational(ax, j1);
+    if (type == 0) return j1;
+    return ax <= 4.0 ? y1Rational(ax, j1) : y1RationalFar(ax, j1);
 }

@@ -90,7 +90,9 @@ double gammaSmall(double x, int& err) {
         err = -2;
         return gam.big;
     }
-    if (x < 0.0 && y == 1.0) return gammaNegativeInteger(x, err);
+    // The integer test looks at x itself: for -2^-54 <= x < 0 the reduced
+    // argument x + 1 rounds to 1 although x is no integer.
+    if (x == std::trunc(x)) return gammaNegativeInteger(x, err);
     if (std::fabs(x) < gam.nearZero) {
         gammaMessage(" ---E- The argument is near 0.0: " + special::realText(x, 7) +
                      ", Gamma overflows.");
@@ -116,6 +118,9 @@ double gammaLarge(double x, int& err) {
         err = -4;
         return 0.0;
     }
+    // sin(pi y) is never exactly 0 in floating point, so a negative integer
+    // is caught here, before the reflection could make a number of it.
+    if (x < 0.0 && x == std::trunc(x)) return gammaNegativeInteger(x, err);
     const double y = std::fabs(x);
     int lgErr = 0;
     const double g =
@@ -123,7 +128,6 @@ double gammaLarge(double x, int& err) {
     if (x > 0.0) return g;
     gammaPrecisionCheck(x, err);
     const double s = std::sin(special::kPi * y);
-    if (s == 0.0) return gammaNegativeInteger(x, err);
     return -special::kPi / (y * s * g);
 }
 
