@@ -58,7 +58,8 @@ const std::vector<CommandEntry>& commandTable() {
     static const std::vector<CommandEntry> table = {
         {"H", E4CmdHelp},       {"MO", E4CmdMode},     {"OP", E4CmdOpen},
         {"CL", E4CmdClose},     {"PR", E4CmdProblem},  {"MET", E4CmdMethod},
-        {"LO", E4CmdLoad},      {"REP", E4CmdReport},  {"T-M", E4CmdTMode},
+        {"LO", E4CmdLoad},      {"REP", E4CmdReport},  {"SA", E4CmdSave},
+        {"REC", E4CmdRecover},  {"T-M", E4CmdTMode},
         {"@", E4CmdSystem},     {"TI", E4CmdTime},     {"DA", E4CmdTime},
         {"MES", E4CmdMessage},  {"SET", E4CmdSet},     {"STE", E4CmdStep},
         {"EV", E4CmdEvaluate},  {"RES", E4CmdReset},   {"RU", E4CmdRun},

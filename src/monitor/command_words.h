@@ -54,3 +54,6 @@ Outcome E4CmdReport(MonitorState& m);
 Outcome E4CmdRun(MonitorState& m);
 Outcome E4CmdContinue(MonitorState& m);
 Outcome E4CmdEvaluate(MonitorState& m);
+// SAVE and RECOVER of the data set on the storage file.
+Outcome E4CmdSave(MonitorState& m);
+Outcome E4CmdRecover(MonitorState& m);
