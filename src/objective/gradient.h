@@ -22,10 +22,11 @@ void E4GRD1(double* x, double& f, double* g);
 void E4FDA1(double* x, double& f, double* finDif, double* g, double* Hdiag, int& err,
             std::string_view name);
 
-// One step of the adaptive procedure for variable i (1-based): the values at
-// x(i) +- STEP, the forward and backward first differences, the central
-// second difference and their relative condition errors.
-void E4FDS1(double* x, int i, int K, double STEP, double FERROR, double& FFORW, double& FBACK,
+// One step of the adaptive procedure for variable i (1-based), f the value
+// at x: the values at x(i) +- STEP, the forward and backward first
+// differences, the central second difference and their relative condition
+// errors.  x is restored.
+void E4FDS1(double* x, double f, int i, int K, double STEP, double FERROR, double& FFORW, double& FBACK,
             double& FDF, double& FDB, double& SDC, double& RCEFDF, double& RCEFDB, double& RCESDC);
 
 // Analytical gradient of test problems 1, 2 and 3.  err 0 success; err 1 the
