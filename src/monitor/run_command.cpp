@@ -9,6 +9,7 @@
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
 #include "objective/computational_noise.h"
+#include "objective/gradient.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
 
@@ -103,7 +104,34 @@ Outcome incomplete(MonitorState& m) {
     return Outcome::ErrorExit;
 }
 
-// EVALUATE,F... and EVALUATE,A...; returns false when the words changed.
+// EVALUATE,G...[,F or n or V]: the gradient by the adaptive scheme, by
+// scheme n, or by the present one; the scheme stays as set.  Returns false
+// when the words changed.
+bool gradientForm(MonitorState& m, Outcome& out) {
+    E4DataSetRecord& d = E4DataSet;
+    const char b = firstLetter(m, 3);
+    if (b == 'F') {
+        d.iStat(row::gradientScheme) = 0;
+    } else if (b != ' ' && b != 'V') {
+        const std::optional<int> scheme = wordInt(m, 3);
+        if (!scheme || *scheme < 0 || *scheme > 3) {
+            if (!commandsFromTerminal()) {
+                out = illegalCommand(m);
+                return true;
+            }
+            setWord(m, 2, "HELP");
+            return false;
+        }
+        d.iStat(row::gradientScheme) = *scheme;
+    }
+    int status = 0;
+    E4FDA1(d.xEnd.data(), d.fEnd, d.finDif.data(), d.gEnd.data(), d.Hdiag.data(), status, "E4MON1");
+    if (status == 10) out = incomplete(m);
+    return true;
+}
+
+// EVALUATE,F..., EVALUATE,A... and EVALUATE,G...; returns false when the
+// words changed.
 bool evaluateForm(MonitorState& m, Outcome& out) {
     E4DataSetRecord& d = E4DataSet;
     char a = firstLetter(m, 2), b = firstLetter(m, 3);
@@ -128,8 +156,18 @@ bool evaluateForm(MonitorState& m, Outcome& out) {
         }
         setWord(m, 2, "HELP");
         return false;
+    } else if (a == 'A' && b == 'S') {
+        // The finite-difference intervals afresh, by the adaptive procedure.
+        const int scheme = d.iStat(row::gradientScheme);
+        d.iStat(row::gradientScheme) = d.iStat(row::finDifSet) = 0;
+        E4FDA1(d.xEnd.data(), d.fEnd, d.finDif.data(), d.gEnd.data(), d.Hdiag.data(), status, "E4MON1");
+        d.iStat(row::gradientScheme) = scheme;
+        if (status == 10) out = failedCommand(m);
+        return true;
+    } else if (a == 'G') {
+        return gradientForm(m, out);
     } else {
-        // The gradient, Hessian and finite-difference forms are not built.
+        // The Hessian forms are not built.
         out = illegalCommand(m);
         return true;
     }
