@@ -1,0 +1,192 @@
+// Coordinate descent on the loaded quadratic of test problem 8, watched
+// through the trace: one variable makes exactly one search, a sweep that
+// gains nothing ends the run, each search starts with one step xStep(j),
+// the path of a search is bounded by stpMax or by 1000 steps, and no
+// evaluation budget is consulted.
+#include "methods/coordinate_descent.h"
+#include "methods/linear_search.h"
+#include "core/e4dataset.h"
+#include "core/sysinf.h"
+#include "monitor/monitor.h"
+#include "objective/target_function.h"
+#include "platform/units.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+// f = 3.5 + 0.5 z'Az, z = x - (1, -2), A = [[2, 0.5], [0.5, 4]].  Along x1
+// with x2 fixed the minimum is at z1 = -z2 / 4, along x2 at z2 = -z1 / 8.
+constexpr const char* kQuadratic = "2\n2 0.5\n4\nY\n3.5\n1 -2\n0\n";
+
+struct Recorder : SearchTrace {
+    std::vector<TraceRecord> records;
+    std::vector<std::vector<double>> points;
+    void record(const TraceRecord& r) override {
+        records.push_back(r);
+        points.emplace_back(r.point ? std::vector<double>(r.point, r.point + 2) : std::vector<double>{});
+    }
+    int count(TraceKind kind, int code) const {
+        int n = 0;
+        for (const TraceRecord& r : records) n += r.kind == kind && r.code == code;
+        return n;
+    }
+};
+
+class CoordinateDescent : public ::testing::Test {
+protected:
+    void SetUp() override { prepare(kQuadratic); }
+    void TearDown() override {
+        setTraceObserver(nullptr);
+        unit::resetUnits();
+    }
+    // Problem 8 loaded with `replies`, started at (0, 0), ready for method 14.
+    void prepare(const char* replies) {
+        resetProgramState();
+        unit::setTerminal(&in, &out);
+        sysinf.MODEE4 = 0;
+        in.str(replies);
+        in.clear();
+        E4DataSetRecord& d = E4DataSet;
+        d.iStat(row::messageLevel) = 1;
+        d.iStat(row::problemCode) = 8;
+        d.fStart = E4FUN1(d.xStart);  // f(0, 0) = 3.5 + 0.5 * 16 = 11.5 for kQuadratic
+        d.iStat(row::fSet) = 1;
+        d.iStat(row::methodRunning) = 14;
+        d.iStat(row::maxITR) = 40;
+        d.iStat(row::maxNFE) = 3;  // never consulted
+        for (int i = 1; i <= 2; ++i) d.xStep(i) = 0.25 * i;
+        d.iStat(row::xStepSet) = 1;
+        seen.records.clear();
+        seen.points.clear();
+        setTraceObserver(&seen);
+        out.str("");
+    }
+    int run() {
+        int flag = -1;
+        E4CDM1(flag);
+        return flag;
+    }
+    std::istringstream in;
+    std::ostringstream out;
+    Recorder seen;
+};
+
+TEST_F(CoordinateDescent, SweepsReachTheMinimumOfTheQuadratic) {
+    E4DataSetRecord& d = E4DataSet;
+    d.iStat(row::xStepSet) = 0;  // the steps come from the noise estimate
+    EXPECT_EQ(run(), 0);
+    EXPECT_NEAR(d.xEnd(1), 1.0, 1e-6);
+    EXPECT_NEAR(d.xEnd(2), -2.0, 1e-6);
+    EXPECT_NEAR(d.fStart, 3.5, 1e-12);
+    EXPECT_NEAR(d.deltaF, 8.0, 1e-12);
+    EXPECT_NEAR(d.deltaXn, std::sqrt(5.0), 1e-6);
+    EXPECT_NEAR(d.deltaX(1), -1.0, 1e-6);  // start minus end
+    EXPECT_GT(d.iStat(row::functionEvaluations), 3);
+    // The first sweep ends near the exact line minima z = (-0.5, 0.0625);
+    // its path is the distance from (0, 0) to the point of its second search.
+    std::vector<double> end;
+    for (std::size_t k = 0; k < seen.records.size(); ++k) {
+        const TraceRecord& r = seen.records[k];
+        if (r.code == coordinate_descent_trace::Coordinate && r.pass == 1) end = seen.points[k];
+        if (r.kind != TraceKind::Pass) continue;
+        EXPECT_NEAR(r.value, 3.7421875, 1e-7);
+        EXPECT_NEAR(r.real[1], std::hypot(end[0], end[1]), 1e-15);
+        EXPECT_NEAR(end[1], -1.9375, 1e-3);
+        break;
+    }
+    EXPECT_EQ(d.iStat(row::iterations), 2 * seen.count(TraceKind::Pass, 0));
+}
+
+TEST_F(CoordinateDescent, EverySearchStartsWithOneStepOfItsCoordinate) {
+    run();
+    std::vector<double> current = {0.0, 0.0};
+    int j = 0;  // coordinate of the search under way, 0-based
+    int searches = 0;
+    for (std::size_t k = 0; k < seen.records.size(); ++k) {
+        const TraceRecord& r = seen.records[k];
+        if (r.kind == TraceKind::Point && r.code == linear_search_trace::Trial && r.pass == 1 &&
+            r.count[0] == 1) {
+            ++searches;
+            EXPECT_EQ(r.real[0], 1.0);
+            EXPECT_EQ(seen.points[k][j], current[j] + E4DataSet.xStep(j + 1)) << "search " << searches;
+            EXPECT_EQ(seen.points[k][1 - j], current[1 - j]);
+        }
+        if (r.kind == TraceKind::Point && r.code == coordinate_descent_trace::Coordinate) {
+            current = seen.points[k];
+            j = 1 - j;
+        }
+    }
+    EXPECT_GT(searches, 4);
+}
+
+TEST_F(CoordinateDescent, OneVariableMakesExactlyOneSearch) {
+    E4DataSetRecord& d = E4DataSet;
+    d.iStat(row::cdVariable) = 2;
+    EXPECT_EQ(run(), 0);
+    EXPECT_EQ(d.iStat(row::maxITR), 1);
+    EXPECT_EQ(d.iStat(row::iterations), 1);
+    EXPECT_EQ(seen.count(TraceKind::Point, coordinate_descent_trace::Coordinate), 1);
+    EXPECT_EQ(seen.count(TraceKind::Pass, 0), 0);
+    EXPECT_EQ(d.xStart(1), 0.0);
+    EXPECT_NEAR(d.xStart(2), -2.0 + 0.125, 1e-7);  // z2 = -z1 / 8 with z1 = -1
+    EXPECT_NEAR(d.deltaX(2), 1.875, 1e-7);
+    // A single search reports its line at any message level above 0.
+    EXPECT_NE(out.str().find("    2-th coordinate: DELTAF =  -7.03125    , DELTAX =   1.87500    \n"), std::string::npos)
+        << out.str();
+}
+
+TEST_F(CoordinateDescent, RefusalsOfTheChosenVariable) {
+    E4DataSetRecord& d = E4DataSet;
+    d.iStat(row::cdVariable) = 3;
+    EXPECT_EQ(run(), 1);
+    EXPECT_TRUE(seen.records.empty());
+    d.iStat(row::cdVariable) = 2;
+    d.iFixer(2) = 0;
+    EXPECT_EQ(run(), 2);
+    EXPECT_EQ(d.deltaF, 11.5);
+    EXPECT_EQ(d.iStat(row::iterations), 0);
+    EXPECT_EQ(out.str(), " E4CDM1 ---   2-th coordinate is closed to search.\n");
+}
+
+TEST_F(CoordinateDescent, SweepWithoutDecreaseEndsTheRun) {
+    E4DataSetRecord& d = E4DataSet;
+    d.xStart(1) = 1.0, d.xStart(2) = -2.0;
+    d.fStart = E4FUN1(d.xStart);
+    run();
+    EXPECT_EQ(seen.count(TraceKind::Pass, 0), 1);
+    EXPECT_EQ(d.deltaF, 0.0);
+    EXPECT_NEAR(d.xStart(1), 1.0, 1e-7);
+}
+
+// The minimum moved far along x1 (z* = (1e6, -2)): the first search stops
+// on its path bound, 1000 steps of xStep(1) = 0.25 without stpMax, or
+// stpMax(1) = 3 with it.
+TEST_F(CoordinateDescent, PathOfASearchIsBounded) {
+    struct Row {
+        int stpMaxSet;
+        double expectedX1;
+    } rows[] = {{0, 250.0}, {1, 3.0}};
+    for (const Row& row : rows) {
+        prepare("2\n2 0.5\n4\nY\n3.5\n1e6 -2\n0\n");
+        E4DataSetRecord& d = E4DataSet;
+        d.iStat(row::stpMaxSet) = row.stpMaxSet;
+        d.stpMax(1) = d.stpMax(2) = 3.0;
+        d.iStat(row::maxITR) = 1;
+        run();
+        const auto first = std::find_if(seen.records.begin(), seen.records.end(), [](const TraceRecord& r) {
+            return r.code == coordinate_descent_trace::Coordinate;
+        });
+        ASSERT_NE(first, seen.records.end());
+        EXPECT_NEAR(seen.points[static_cast<std::size_t>(first - seen.records.begin())][0], row.expectedX1, 1e-12);
+        EXPECT_GE(seen.count(TraceKind::Event, linear_search_trace::StepLimited), 1);
+    }
+}
+
+}  // namespace
