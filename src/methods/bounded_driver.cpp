@@ -231,3 +231,9 @@ void E4JAF1(int& flag) {
     d.fStart = d.fEnd;
     d.iStat(row::iterations) = 0;
 }
+
+void boundedMethodSearch(int&) {
+    if (E4DataSet.iStat(row::nFree) == 0) return;
+    int flag = 0;
+    E4JAF1(flag);
+}

@@ -7,3 +7,8 @@
 // (0 normal end).  iFlag of the data set and iStat(row::methodDone) are not
 // touched.
 void E4JAF1(int& flag);
+
+// Method 12 as RUN and CONTINUE start it: nothing when no variable is free,
+// otherwise E4JAF1 with a scratch flag (iFlag stays as it was).  This is
+// what the first-order driver does for method 12 before it hands over.
+void boundedMethodSearch(int& iFlag);
