@@ -4,6 +4,7 @@
 #include "core/e4dataset.h"
 #include "core/string_tools.h"
 #include "methods/bounded_driver.h"
+#include "methods/coordinate_descent.h"
 #include "methods/simplex_search.h"
 
 #include <array>
@@ -32,7 +33,7 @@ constexpr std::array<MethodRow, kMethodRows> kMethods = {{
     {"Oren-Spedicato (self-scaling)", "O-S", {{"O", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
     {"B-F-G-S with simple bounds", "SB", {{"SB", ""}, {"S", "B"}}, M::FirstOrder, L::FirstOrder, false, false, true, true, false, false, false, false, boundedMethodSearch},
     {kUndefined, "", {kNone, kNone}, M::None, L::CoordinateDescent, false, true, false, false, false, false, false, false, nullptr},
-    {"coordinate descent", "C-D", {{"C", "D"}, kNone}, M::CoordinateDescent, L::CoordinateDescent, false, true, false, false, false, false, false, false, nullptr},
+    {"coordinate descent", "C-D", {{"C", "D"}, kNone}, M::CoordinateDescent, L::CoordinateDescent, false, true, false, false, false, false, false, false, E4CDM1},
     {"downhill simplex (Nelder and Mead)", "N-M", {{"N", "M"}, kNone}, M::Simplex, L::Simplex, false, false, false, false, false, false, false, true, E04DSMNM},
     {"Monte-Carlo (conventional)", "M-C", {{"M", "C"}, kNone}, M::MonteCarlo, L::MonteCarlo, false, false, false, false, false, true, false, true, nullptr},
     {"Monte-Carlo (simulated annealing)", "SA-MC", {{"SA", "MC"}, kNone}, M::MonteCarlo, L::AnnealedMonteCarlo, false, false, false, false, false, true, true, true, nullptr},
