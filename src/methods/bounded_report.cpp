@@ -23,9 +23,11 @@ const char* routineName(int routine) {
     return routine >= 0 && routine <= 2 ? kNames[routine] : "E04JAF";
 }
 
+// The heading as it stands, then the vector through I5WRA1.
 void vector(std::string_view title, const double* v, int entries) {
     int status = 0;
-    I5WRA1(out(), v, 1, 1, entries, title, status);
+    write(out(), "(A)", std::string(title));
+    I5WRA1(out(), v, 1, 1, entries, "", status);
 }
 
 // A number right-justified in a field of `width` columns.
