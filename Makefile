@@ -23,7 +23,7 @@ test: build
 
 demo: zemok
 	@rm -rf demo-output && mkdir -p demo-output
-	cp data/zemok.hlp examples/demo.cmd examples/synthetic/synsphere.dat \
+	cp data/zemok.ini data/zemok.hlp examples/demo.cmd examples/synthetic/synsphere.dat \
 	   examples/synthetic/vardene.ans examples/synthetic/fixed.inp demo-output/
 	cd demo-output && ../$(BUILD)/zemok /C=demo.cmd /UC=vardene.ans < /dev/null | tee demo-transcript.txt
 

@@ -1,12 +1,14 @@
-// The program's start and end: E4MAIN with the end-of-job block, the split
-// of the program's command line into keys and arguments.
+// The program's start and end: E4MAIN with its steps in order, the split of
+// the program's command line into keys and arguments, the end-of-job block.
 #include "monitor/monitor.h"
 
 #include "core/command_line.h"
 #include "core/module_resets.h"
 
 #include "core/e4dataset.h"
+#include "monitor/initialization_file.h"
 #include "monitor/monitor_state.h"
+#include "monitor/passive_start.h"
 #include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
 #include "core/machine_constants.h"
@@ -73,7 +75,13 @@ int E4MAIN() {
     int nDigits = 0;
     X02MDC1(eps, rMin, rMax, rBig, nDigits);
     resetProgramState();
+    readInitializationFile();
+    for (int r = 1; r <= kStatRows; ++r) E4DataSet.iStat(r) = 0;
     splitCommandLine(programCommandLine());
+    if (!startDialogue()) {
+        write(6, "(A)", " E4MAIN -E- FAILURE TERMINATION");
+        return 1;
+    }
     E4MON1(status);
     if (status == 10) {
         write(6, "(A)", " E4MAIN -E- FAILURE TERMINATION");

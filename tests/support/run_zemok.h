@@ -11,9 +11,19 @@ struct ZemokRun {
 };
 
 // Runs zemok in `workDir` (created if needed; a fresh temporary folder when
-// empty) with `input` on standard input and `args` as its arguments.
+// empty) with `input` on standard input and `args` as its arguments, as a
+// script that starts quietly:
+// - a folder without zemok.ini gets a copy of the shipped data/zemok.ini;
+// - unless `args` hold a key of the letter C, the key "-C" is added behind
+//   them, so that no title pages are shown and no dialogue-mode question
+//   takes the first line of the script; the line " Key # n: [-C]" that
+//   echoes the added key is left out of `out`.
 ZemokRun runZemok(const std::string& input, const std::vector<std::string>& args = {},
                   const std::string& workDir = "");
+// Runs zemok as a user starts it: `args` as they are, nothing added to the
+// folder or taken out of the output, and HOME set to `home`.
+ZemokRun runZemokAsStarted(const std::string& input, const std::vector<std::string>& args,
+                           const std::string& workDir, const std::string& home);
 
 // A fresh empty folder under the system's temporary folder.
 std::string freshFolder(const std::string& stem);
