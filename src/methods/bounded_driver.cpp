@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cmath>
 #include <cstdlib>
 
@@ -205,7 +206,8 @@ void E4JAF1(int& flag) {
     int digits = 0;
     X02MDC1(eps, rMin, rMax, rBig, digits);
     const double stepmx = 10, eta = 0.5;
-    int maxcal = (n + 3) * d.iStat(row::maxITR);
+    const long long byIterations = static_cast<long long>(n + 3) * d.iStat(row::maxITR);
+    int maxcal = static_cast<int>(std::clamp<long long>(byIterations, INT_MIN, INT_MAX));
     const int m = d.iStat(row::maxNFE) != 0 ? d.iStat(row::maxNFE) : maxcal;
     maxcal = std::min(maxcal, m);
     const double xtol = d.iStat(row::rXTolSet) == 0 ? 10 * std::sqrt(eps) : freeNorm(d.rXTol.data(), n);

@@ -76,7 +76,7 @@ int firstProbe(BqnRun& r, Local& s, int& k) {
         }
         if (s.hcur < 0) return 5;
         s.hcur *= 5;
-        if (s.hcur > farthest) {
+        if (!(s.hcur <= farthest)) {
             if (r.nfree != 1) return 5;
             otherSide = true;
         }

@@ -17,7 +17,8 @@ namespace {
 bool startSearch(double tolrel, double tolabs, double eta, double am, double xtry, double ftry,
                  double gtp, LshMemory& m) {
     m.tol = tolabs;
-    if (xtry <= 0 || am <= 2 * tolabs || gtp > 0) {
+    // Written so that a value that is not a number also refuses.
+    if (!(xtry > 0) || !(am > 2 * tolabs) || !(gtp <= 0)) {
         m.result = 2;
         return false;
     }
