@@ -2,6 +2,9 @@
 #include "app/module_registry.h"
 
 #include "core/module_resets.h"
+#include "methods/annealed_simplex.h"
+#include "methods/monte_carlo.h"
+#include "methods/random_generators.h"
 #include "methods/simplex_search.h"
 #include "monitor/monitor.h"
 #include "numlib/cpu_timers.h"
@@ -20,6 +23,9 @@ void registerModules() {
     registerModuleReset(resetTargetFunction);
     registerModuleReset(resetComputationalNoise);
     registerModuleReset(resetSimplexSearch);
+    registerModuleReset(resetRandomGenerators);
+    registerModuleReset(resetAnnealedSimplex);
+    registerModuleReset(resetMonteCarloSearch);
     registerModuleReset(resetScatteringFit);
     registerModuleReset(resetMonitorState);
     setUserFunction(USERF);

@@ -3,8 +3,10 @@
 
 #include "core/e4dataset.h"
 #include "core/string_tools.h"
+#include "methods/annealed_simplex.h"
 #include "methods/bounded_driver.h"
 #include "methods/coordinate_descent.h"
+#include "methods/monte_carlo.h"
 #include "methods/simplex_search.h"
 
 #include <array>
@@ -35,9 +37,9 @@ constexpr std::array<MethodRow, kMethodRows> kMethods = {{
     {kUndefined, "", {kNone, kNone}, M::None, L::CoordinateDescent, false, true, false, false, false, false, false, false, nullptr},
     {"coordinate descent", "C-D", {{"C", "D"}, kNone}, M::CoordinateDescent, L::CoordinateDescent, false, true, false, false, false, false, false, false, E4CDM1},
     {"downhill simplex (Nelder and Mead)", "N-M", {{"N", "M"}, kNone}, M::Simplex, L::Simplex, false, false, false, false, false, false, false, true, E04DSMNM},
-    {"Monte-Carlo (conventional)", "M-C", {{"M", "C"}, kNone}, M::MonteCarlo, L::MonteCarlo, false, false, false, false, false, true, false, true, nullptr},
-    {"Monte-Carlo (simulated annealing)", "SA-MC", {{"SA", "MC"}, kNone}, M::MonteCarlo, L::AnnealedMonteCarlo, false, false, false, false, false, true, true, true, nullptr},
-    {"downhill simplex (simulated annealing)", "SA-NM", {{"SA", "NM"}, kNone}, M::AnnealedSimplex, L::Simplex, false, false, false, false, false, false, true, true, nullptr},
+    {"Monte-Carlo (conventional)", "M-C", {{"M", "C"}, kNone}, M::MonteCarlo, L::MonteCarlo, false, false, false, false, false, true, false, true, E4MCM1},
+    {"Monte-Carlo (simulated annealing)", "SA-MC", {{"SA", "MC"}, kNone}, M::MonteCarlo, L::AnnealedMonteCarlo, false, false, false, false, false, true, true, true, E4MCM1},
+    {"downhill simplex (simulated annealing)", "SA-NM", {{"SA", "NM"}, kNone}, M::AnnealedSimplex, L::Simplex, false, false, false, false, false, false, true, true, E04DSMSA},
     {kUndefined, "", {kNone, kNone}, M::None, L::None, false, false, false, false, false, false, false, false, nullptr},
     {kUndefined, "", {kNone, kNone}, M::None, L::None, false, false, false, false, false, false, false, false, nullptr},
 }};
