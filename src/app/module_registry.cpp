@@ -3,6 +3,7 @@
 
 #include "core/module_resets.h"
 #include "methods/annealed_simplex.h"
+#include "methods/first_order_driver.h"
 #include "methods/monte_carlo.h"
 #include "methods/random_generators.h"
 #include "methods/simplex_search.h"
@@ -26,6 +27,7 @@ void registerModules() {
     registerModuleReset(resetRandomGenerators);
     registerModuleReset(resetAnnealedSimplex);
     registerModuleReset(resetMonteCarloSearch);
+    registerModuleReset(resetFirstOrderDriver);
     registerModuleReset(resetScatteringFit);
     registerModuleReset(resetMonitorState);
     setUserFunction(USERF);

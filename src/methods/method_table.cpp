@@ -6,6 +6,7 @@
 #include "methods/annealed_simplex.h"
 #include "methods/bounded_driver.h"
 #include "methods/coordinate_descent.h"
+#include "methods/first_order_driver.h"
 #include "methods/monte_carlo.h"
 #include "methods/simplex_search.h"
 
@@ -22,17 +23,17 @@ using M = Minimizer;
 // simple bounds, finite differences, condition limit, deviates,
 // temperature, counts tries, search.
 constexpr std::array<MethodRow, kMethodRows> kMethods = {{
-    {"Fletcher-Reeves", "F-R", {{"F", "R"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, nullptr},
-    {"Polak-Ribiere", "P-R", {{"P", "R"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, nullptr},
-    {"Beale-Powell", "B-P", {{"B", "P"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, nullptr},
-    {"Perry-Shanno one-step quasi-Newton", "P-S", {{"P", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, nullptr},
+    {"Fletcher-Reeves", "F-R", {{"F", "R"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, E4FOM1},
+    {"Polak-Ribiere", "P-R", {{"P", "R"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, E4FOM1},
+    {"Beale-Powell", "B-P", {{"B", "P"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, E4FOM1},
+    {"Perry-Shanno one-step quasi-Newton", "P-S", {{"P", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, false, false, false, false, E4FOM1},
     {kUndefined, "", {kNone, kNone}, M::None, L::FirstOrder, true, true, false, true, false, false, false, false, nullptr},
-    {"Davidon-Fletcher-Powell", "D-F-P", {{"D", "F"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
-    {"Broyden-Fletcher-Goldfarb-Shanno", "B-F-G-S", {{"B", "F"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
-    {"Broyden", "BR", {{"BR", ""}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
-    {"Fletcher (combined of D-F-P and B-F-G-S)", "FL", {{"FL", ""}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
-    {"Oren-Luenberger (self-scaling)", "O-L", {{"O", "L"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
-    {"Oren-Spedicato (self-scaling)", "O-S", {{"O", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, nullptr},
+    {"Davidon-Fletcher-Powell", "D-F-P", {{"D", "F"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
+    {"Broyden-Fletcher-Goldfarb-Shanno", "B-F-G-S", {{"B", "F"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
+    {"Broyden", "BR", {{"BR", ""}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
+    {"Fletcher (combined of D-F-P and B-F-G-S)", "FL", {{"FL", ""}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
+    {"Oren-Luenberger (self-scaling)", "O-L", {{"O", "L"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
+    {"Oren-Spedicato (self-scaling)", "O-S", {{"O", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
     {"B-F-G-S with simple bounds", "SB", {{"SB", ""}, {"S", "B"}}, M::FirstOrder, L::FirstOrder, false, false, true, true, false, false, false, false, boundedMethodSearch},
     {kUndefined, "", {kNone, kNone}, M::None, L::CoordinateDescent, false, true, false, false, false, false, false, false, nullptr},
     {"coordinate descent", "C-D", {{"C", "D"}, kNone}, M::CoordinateDescent, L::CoordinateDescent, false, true, false, false, false, false, false, false, E4CDM1},

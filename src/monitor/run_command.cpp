@@ -39,7 +39,7 @@ Outcome refuseUnavailable(MonitorState& m, int method) {
 
 void callMinimizer(MonitorState& m) {
     E4DataSetRecord& d = E4DataSet;
-    int iFlag = 0;
+    int iFlag = d.iFlag;  // under CONTINUE the point at which the search resumes
     methodTableRow(d.iStat(row::methodRunning)).search(iFlag);
     d.iFlag = iFlag;
     m.searchRefused = false;
