@@ -7,6 +7,7 @@
 #include "core/e4dataset.h"
 #include "core/string_tools.h"
 #include "core/sysinf.h"
+#include "monitor/help_sections.h"
 #include "platform/clock.h"
 #include "platform/units.h"
 #include "textfile/keyed_reading.h"
@@ -86,7 +87,10 @@ struct IntKey {
     int low;
 };
 
-bool freeChannel(int v) { return v >= 1 && v <= 99 && v != 5 && v != 6 && v != kIniChannel && v != 40; }
+// The terminal's channels and those of this file and the help file are taken.
+bool freeChannel(int v) {
+    return v >= 1 && v <= 99 && v != 5 && v != 6 && v != kIniChannel && v != kHelpFileChannel;
+}
 
 void readIntKey(const IntKey& k) {
     int value = *k.field;
