@@ -333,6 +333,7 @@ void E4FOM1(int& iFlag) {
     E4DataSetRecord& d = ds();
     const int method = d.iStat(row::methodRunning);
     if (method < 1 || method == 5 || method > 12 || d.iStat(row::nFree) == 0) return;
+    if (d.nVar() < 1 || d.nVar() > kMaxVar) return;  // a count set by hand that no vector holds
     if (method == 12) {
         boundedMethodSearch(iFlag);  // the bounded quasi-Newton family
         return;

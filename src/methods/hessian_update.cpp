@@ -147,6 +147,10 @@ void E4HES1(double dxdg, int& flag) {
     const int method = d.iStat(row::methodRunning);
     const double rMin = smallestNormal();
     flag = 0;
+    if (n < 1 || n > kMaxVar) {
+        flag = -1;
+        return;
+    }
     const double dBd = productWithStep();
     if (method == 8) {
         for (int i = 1; i <= n; ++i) d.aux2(i) = isFree(i) ? d.deltaG(i) - d.aux1(i) : 0.0;
@@ -178,6 +182,7 @@ void E4HES2(double* h, double dxdg, int& flag) {
     const double rMin = smallestNormal();
     const double a = d.deltaXn, c = 1.0 / dxdg;
     flag = 0;
+    if (n < 1 || n > kMaxVar) return;
     if (d.iStat(row::methodRunning) == 8) {
         // Rank one: w = a g0 + y, h += w^2 / <s, w>.
         for (int i = 1; i <= n; ++i) d.aux4(i) = isFree(i) ? a * d.gStart(i) + d.deltaG(i) : 0.0;

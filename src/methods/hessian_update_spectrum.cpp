@@ -131,6 +131,10 @@ void E4HES3(int& flag) {
     int digits = 0;
     X02MDC1(eps, rMin, rMax, rBig, digits);
     flag = 0;
+    if (d.nVar() < 1 || d.nVar() > kMaxVar) {  // the eigenproblem's own error for an impossible order
+        flag = -1;
+        return;
+    }
     const int n = compress();
     d.iStat(row::nFree) = n;
     Vec1<double, kMaxVar> work;

@@ -7,6 +7,7 @@
 // linear_search_report.cpp writes the lines.
 #include "methods/linear_search.h"
 
+#include "core/e4dataset.h"
 #include "core/machine_constants.h"
 #include "methods/vector_routines.h"
 #include "objective/computational_noise.h"
@@ -303,6 +304,11 @@ void LineSearch::finish() {
 void E4SRH1(double* x0, double* x, const double* d, double& step, double stepMax, double& f, double& path,
             double& dF, double* xTol, int n, int& flag, int channel, int msgLevel, int maxSteps, int mode,
             std::string_view tag) {
+    if (n < 1 || n > kMaxVar) {  // no vector of the data set has that many entries
+        path = dF = 0;
+        flag = 2;
+        return;
+    }
     double eps = 0, rMin = 0, rMax = 0, rBig = 0;
     int digits = 0;
     X02MDC1(eps, rMin, rMax, rBig, digits);

@@ -10,6 +10,8 @@
 namespace {
 
 bool isFree(int i) { return E4DataSet.iFixer(i) != 0; }
+// No vector of the data set holds more than kMaxVar entries.
+int count(int n) { return std::min(n, kMaxVar); }
 
 double smallestNormal() {
     double eps = 0, rMin = 0, rMax = 0, rBig = 0;
@@ -21,6 +23,7 @@ double smallestNormal() {
 }  // namespace
 
 double E4NRM1(const double* v, int n, double& sq) {
+    n = count(n);
     sq = 0.0;
     if (n < 1) return 0.0;
     if (n == 1) {
@@ -44,6 +47,7 @@ double E4NRM1(const double* v, int n, double& sq) {
 }
 
 double E4DOT1(const double* a, const double* b, int n) {
+    n = count(n);
     double sum = 0.0;
     for (int i = 1; i <= n; ++i) {
         if (isFree(i)) sum += a[i - 1] * b[i - 1];
@@ -52,6 +56,7 @@ double E4DOT1(const double* a, const double* b, int n) {
 }
 
 void E4VAD1(double* r, const double* a, char op, const double* b, int n) {
+    n = count(n);
     for (int i = 1; i <= n; ++i) {
         if (!isFree(i)) {
             r[i - 1] = 0.0;
@@ -62,6 +67,7 @@ void E4VAD1(double* r, const double* a, char op, const double* b, int n) {
 }
 
 void E4STP1(const double* x, double* y, const double* d, int n, double sign, double s, int& same) {
+    n = count(n);
     same = 1;
     for (int i = 1; i <= n; ++i) {
         const double old = x[i - 1];
@@ -75,6 +81,7 @@ void E4STP1(const double* x, double* y, const double* d, int n, double sign, dou
 }
 
 void E4RAT1(const double* a, const double* b, int n, double& r) {
+    n = count(n);
     const double rMin = smallestNormal();
     double largest = 0.0;
     for (int i = 1; i <= n; ++i) {
