@@ -21,6 +21,7 @@
 #include <filesystem>
 #include <functional>
 #include <linux/fs.h>
+#include <regex>
 #include <sstream>
 #include <sys/ioctl.h>
 #include <unistd.h>
@@ -112,6 +113,43 @@ TEST_F(StorageCommands, TwoSavesGiveTwoSetsAndTheMarkerFindsEach) {
     monitorState() = MonitorState{};
     EXPECT_EQ(command("RECOVER"), Outcome::ErrorExit);
     EXPECT_TRUE(out.ends_with("ERROR: NO DATA MARKER SPECIFIED!")) << out;
+}
+
+// The whole data set of the fixture, line by line: the header, the comment
+// as the marker, each field's label, values and empty line (a matrix has
+// an empty line behind each row), the name blocks.
+TEST_F(StorageCommands, FileLayoutOfASmallDataSet) {
+    ASSERT_EQ(command("SAVE,,keep"), Outcome::Done);
+    const std::string z = " 0,      0,      0,      0,      0,      0,      0,      0,      0,      0\n";
+    const std::string r0 = " 0.0,           0.0\n";
+    const std::string r5 = " 0.0,           0.0,           0.0,           0.0,           0.0\n";
+    const std::pair<const char*, std::string> fields[] = {
+        {"NVAR", " 2\n"}, {"crUnit", " 5\n"}, {"drUnit", " 5\n"}, {"dwUnit", " 6\n"}, {"MODEE4", " 1\n"},
+        {"iStat", z + z + " 0,      0,      0,      0,      0,      0,      0,      0,      0,      17\n" +
+                      " 0,      0,      0,      0,      2,      0,      0,      0,      0,      0\n" + z + z + z + z +
+                      z + z + " 0,      0,      0,      0,      0\n"},
+        {"iSaved", z}, {"iFlag", " 0\n"}, {"xStart", " 1.500000,      -2.000000\n"},
+        {"xScale", " 1.000000,      1.000000\n"}, {"iFixer", " 1,      0\n"}, {"BL", " -10.00000,     -2.000000\n"},
+        {"BU", " 10.00000,      -2.000000\n"}, {"xEnd", " 1.250000,      -2.000000\n"}, {"direct", r0},
+        {"gStart", r0}, {"gEnd", r0}, {"deltaX", r0}, {"deltaG", r0}, {"deltaXn", " 0.0\n"}, {"xStep", r0},
+        {"stpMax", r0}, {"finDif", r0}, {"rXTol", r0}, {"deviat", r0}, {"iAux1", " 0,      0\n"}, {"aux1", r0},
+        {"aux2", r0}, {"aux3", r0}, {"aux4", r0}, {"rSaved", r5 + r5}, {"Hdiag", r5},
+        {"Hesse", " 0.0,           0.7500000\n\n" + r0}, {"V_eigen", r0 + "\n" + r0}, {"R_eigen", r0},
+        {"fStart", " 3.000000\n"}, {"fEnd", " 2.500000\n"}, {"deltaF", " 0.0\n"}, {"rFTol", " 0.0\n"},
+        {"tolScl", " 0.0\n"}, {"hCond", " 0.0\n"}, {"temper", " 0.0\n"}, {"Tsced", " 0.0\n"}, {"FrlErr", " 0.0\n"},
+    };
+    std::string expected = " *** NEW DATA SET ***" + std::string(59, ' ') + "\n";
+    std::string text = file();
+    const std::size_t dateEnd = text.find('\n', expected.size()) + 1;
+    EXPECT_TRUE(std::regex_match(text.substr(expected.size(), dateEnd - expected.size()),
+                                 std::regex(R"( \d\d-[A-Z][a-z][a-z]-\d{4} time \d\d:\d\d:\d\d\n)")));
+    text.erase(expected.size(), dateEnd - expected.size());
+    expected += "keep" + std::string(28, ' ') + "\n";
+    for (const auto& [name, values] : fields) expected += std::string(" keep ~~~~~ ") + name + ":\n" + values + "\n";
+    const std::pair<const char*, const char*> names[] = {
+        {"crName", "zemok.cmd"}, {"drName", "zemok.inp"}, {"dwName", "zemok.out"}};
+    for (const auto& [tag, name] : names) expected += std::string(" keep ~~~~~ ") + tag + ":\n" + padded(name, 32) + "\n";
+    EXPECT_EQ(text, expected + "\n");
 }
 
 TEST_F(StorageCommands, XFormHoldsSixFieldsAndRestartsFromItsPoint) {
