@@ -100,7 +100,7 @@ TEST_F(StorageCommands, TwoSavesGiveTwoSetsAndTheMarkerFindsEach) {
     ASSERT_EQ(command("SAVE,,first"), Outcome::Done);
     d.xStart(1) = 2.5;
     ASSERT_EQ(command("SAVE,,second"), Outcome::Done);
-    EXPECT_EQ(count(file(), " *** NEW DATA SET ***"), 2);
+    EXPECT_EQ(count(file(), " *** NEW DATA SET ***"), 2);  // the second behind the first
     d.xStart(1) = 0.0;
     EXPECT_EQ(command("RECOVER"), Outcome::Done);  // the marker of the last SAVE
     EXPECT_EQ(d.xStart(1), 2.5);
@@ -186,12 +186,6 @@ TEST_F(StorageCommands, NoVariablesWriteNothing) {
     EXPECT_EQ(file(), "old contents\n");
     EXPECT_NE(out.find(" ERROR: ZERO NUMBER OF PROBLEM VARIABLES!\n"), std::string::npos);
     EXPECT_TRUE(out.ends_with("DATA SET IS INCOMPLETE FOR THE COMPUTATION TO PERFORM"));
-}
-
-TEST_F(StorageCommands, SaveAddsBehindWhatTheFileHolds) {
-    writeFile(dir_ + "/zemok.sav", "first line\nsecond line\n");
-    ASSERT_EQ(command("SAVE,,run1"), Outcome::Done);
-    EXPECT_TRUE(file().starts_with("first line\nsecond line\n *** NEW DATA SET ***"));
 }
 
 // A file that cannot be written: read only for a plain user, immutable for
