@@ -11,7 +11,7 @@ cd "$WORK" || exit 1
 
 run() {  # problem, bound commands, method
     printf 'MESSAGE,0\nPROBLEM,TEST,%s\nMETHOD,%s\n%bRUN\nEXIT\n' "$1" "$3" "$2" > zemok.cmd
-    printf '\nMODE,AUTO\n' | "$ZEMOK" > out.txt 2>&1
+    printf 'MODE,AUTO\n' | "$ZEMOK" -C > out.txt 2>&1
     evaluations=$(sed -n 's/^ after *\([0-9]*\) function evaluations,/\1/p' out.txt)
     value=$(sed -n 's/^ Produced function minimum is equal to *//p' out.txt)
     point=$(sed -n '/^ at the point:/,/^ after/p' out.txt | sed '1d;$d' | tr -s ' \n' ' ')
