@@ -20,7 +20,7 @@ namespace {
 // bound at the least value of f(1, x2) = 0.7525 x2^2 - 0.6477 x2 - 0.8473,
 // x2 = 0.6477 / 1.505 = 0.430365, f = -0.9866739.  The local search finds
 // nothing better: code 5.  31 evaluations: 1 when the problem is chosen.
-TEST(BoundedRun, ShortRunWithABoundBecomingActiveLineByLine) {
+TEST(MethodSBRun, ShortRunWithABoundBecomingActiveLineByLine) {
     std::string dir = freshFolder("sb");
     writeFile(dir + "/zemok.cmd", "PROBLEM,TEST,7\nMETHOD,SB\nLOAD,,BU,1,1\nRUN\nEXIT\n");
     writeFile(dir + "/zemok.inp", "");
@@ -72,7 +72,7 @@ std::vector<double> finalPoint(const std::string& out) {
 // towards radius 30 before it falls into the true valley, so a descent ends
 // in the box's corner at the width 10 and the radius near 20, inside the
 // bounds all the same.
-TEST(BoundedRun, ScatteringFitInsideTheBoundsOfTheAnswersFile) {
+TEST(MethodSBRun, ScatteringFitInsideTheBoundsOfTheAnswersFile) {
     const std::string source = std::string(ZEMOK_SOURCE_DIR) + "/examples/synthetic/";
     struct Case {
         const char* start[2];  // radius and width lines of the answers file
