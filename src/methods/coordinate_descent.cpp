@@ -128,7 +128,7 @@ void E4CDM1(int& iFlag) {
     d.iStat(row::methodDone) = d.iStat(row::methodRunning);
     const int n = d.nVar();
     const int chosen = d.iStat(row::cdVariable);
-    if (chosen > n) {
+    if (chosen > n || n < 1 || n > kMaxVar) {  // no vector of the data set has more than 128 entries
         iFlag = 1;
         return;
     }

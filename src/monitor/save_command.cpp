@@ -99,7 +99,8 @@ Outcome E4CmdSave(MonitorState& m) {
     const int n = d.nVar();
     if (n < 1 || n > kMaxVar) {
         unit::close(channel);
-        E04MES("ERROR: ZERO NUMBER OF PROBLEM VARIABLES!");
+        E04MES(n < 1 ? std::string("ERROR: ZERO NUMBER OF PROBLEM VARIABLES!")
+                     : "ERROR: WRONG NUMBER OF VARIABLES: " + std::to_string(n) + "!");
         m.errorText = kIncomplete;
         return Outcome::ErrorExit;
     }

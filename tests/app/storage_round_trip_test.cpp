@@ -14,10 +14,12 @@ struct End {
     double value = -1.0;
     std::string point;
     long evaluations = -1;
+    bool reported = false;  // RUN's data report was written: the search started afresh
 };
 
 End endOf(const std::string& out) {
     End e;
+    e.reported = out.find("reports current information:") != std::string::npos;
     const std::string key = " Produced function minimum is equal to";
     const std::size_t at = out.rfind(key);
     if (at == std::string::npos) return e;
@@ -46,7 +48,7 @@ struct Case {
 };
 
 TEST(StorageRoundTrip, RecoveredSearchEndsWhereTheUninterruptedOneEnds) {
-    const Case cases[] = {{"N-M", 150, 2000}};
+    const Case cases[] = {{"N-M", 150, 2000}, {"B-F-G-S", 5, 200}};
     for (const Case& c : cases) {
         const std::string start = "PROBLEM,TEST,3\nMETHOD," + std::string(c.method) + "\nMAXITR," +
                                   std::to_string(c.first) + "\nRUN\n";
@@ -58,6 +60,7 @@ TEST(StorageRoundTrip, RecoveredSearchEndsWhereTheUninterruptedOneEnds) {
         std::filesystem::remove_all(dir);
         // Wood's function has its minimum 0 at (1, 1, 1, 1).
         EXPECT_GT(stopped.value, 1e-6) << c.method;
+        EXPECT_FALSE(resumed.reported) << c.method;  // CONTINUE went on with the recovered search
         EXPECT_LT(resumed.value, 1e-12) << c.method;
         EXPECT_LT(whole.value, 1e-12) << c.method;
         EXPECT_EQ(resumed.point, "   1.00000       1.00000       1.00000       1.00000    ") << c.method;
