@@ -32,10 +32,10 @@ bool takeFileWord(MonitorState& m, int n, std::string& file) {
     return true;
 }
 
-// The channel of the storage file: the one in iStat(20) unless that is
+// The channel of the storage file: the one in its status row unless that is
 // none, the terminal, or a channel the monitor reads commands or data from
 // or writes data on.
-// iStat(20) itself is left alone, so that a command that fails changes
+// The status row itself is left alone, so that a command that fails changes
 // nothing.
 int storageChannel() {
     const int channel = E4DataSet.iStat(row::saveChannel);

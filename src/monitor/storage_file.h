@@ -47,7 +47,7 @@ struct StorageHead {
     bool proceed = false;        // the command goes on with `file` and `channel`
     Outcome outcome = Outcome::Done;
     std::string file;            // the storage file, trimmed
-    int channel = 0;             // iStat(20) after the head
+    int channel = 0;             // the channel of the storage file
 };
 
 // The head both commands share: help on a word beginning with H, the file
