@@ -154,6 +154,17 @@ int ChannelCommand::open() {
     }
 }
 
+// The file that a name leads to when it is being read: the help file, the
+// command file or the data file; empty when it is none of them.
+std::string fileBeingRead(const std::string& name) {
+    if (unit::sameFile(name, trimmed(E4DataSet.hpName))) return "the help file";
+    if (!isTerminalChannel(sysinf.crUnit) && unit::sameFile(name, unit::fileNameOf(sysinf.crUnit)))
+        return "the command file";
+    if (!isTerminalChannel(sysinf.drUnit) && unit::sameFile(name, unit::fileNameOf(sysinf.drUnit)))
+        return "the data file";
+    return "";
+}
+
 int ChannelCommand::openOn(Logical target, std::string_view statusWord, bool dataWriting) {
     const int channel = isTerminalChannel(target.unit) ? target.fileChannel : target.unit;
     target.unit = target.terminal;  // until the file is open
@@ -162,6 +173,14 @@ int ChannelCommand::openOn(Logical target, std::string_view statusWord, bool dat
     if (name.empty()) {
         if (ask("File name? ", 4, 4) != 0 || R02LEN(w(4)) == 0) return 4;
         name = trimmed(w(4));
+    }
+    if (dataWriting) {
+        // Writing behind a file that is being read would feed it its own lines.
+        const std::string read = fileBeingRead(name);
+        if (!read.empty()) {
+            I05MES("Z1ACS1 ---E- \"" + name + "\" is " + read + ": it cannot be opened for writing.");
+            return 5;
+        }
     }
     unit::close(channel);
     target.flag = 0;
@@ -259,7 +278,17 @@ Outcome E4CmdHelp(MonitorState&) {
     return Outcome::Done;
 }
 
-Outcome E4CmdOpen(MonitorState& m) { return channelHandler(m); }
+// Command files opened one from another, with no line from the terminal in
+// between, are bounded: a file that opens itself would run for ever.
+constexpr int kCommandFileChain = 16;
+
+Outcome E4CmdOpen(MonitorState& m) {
+    if (letterOf(m.word(2)) == 'C' && ++m.commandFileOpens > kCommandFileChain) {
+        E04MES("Z1ACS1 ---E- 16 command files opened in a row: does one open itself?");
+        return failedCommand(m);
+    }
+    return channelHandler(m);
+}
 
 Outcome E4CmdClose(MonitorState& m) {
     Outcome outcome = channelHandler(m);

@@ -22,7 +22,7 @@ namespace {
 struct Caller {
     std::array<std::string, kWordCount> words;
     bool evaluateOrSection = false;
-    bool evaluateFunction = false;  // EVALUATE,F...: the message level stays
+    bool evaluateFunction = false;  // EVALUATE,F[,V...]: the message level stays
 };
 
 Caller findCaller(const MonitorState& m) {
@@ -33,7 +33,10 @@ Caller findCaller(const MonitorState& m) {
     splitMonitorCommand(line, c.words.data(), status);
     bool evaluate = R02PFX(c.words[0], "EV", 1);
     c.evaluateOrSection = evaluate || R02PFX(c.words[0], "SEC", 1);
-    c.evaluateFunction = evaluate && R02PFX(c.words[1], "F", 1);
+    // EVALUATE,FUNCTION with VALUE or no third word keeps the level; the
+    // noise and tolerance forms ask for it like every other command.
+    const bool valueForm = R02LEN(c.words[2]) == 0 || R02PFX(c.words[2], "V", 1);
+    c.evaluateFunction = evaluate && R02PFX(c.words[1], "F", 1) && valueForm;
     return c;
 }
 

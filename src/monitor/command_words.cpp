@@ -79,7 +79,8 @@ std::string askReply(std::string_view question, std::string_view def, int cursor
     std::string reply(kLineWidth, ' ');
     int len = 0, status = 0;
     I05RSL(sysinf.inUnit, reply, len, replyComments(), status);
-    if (status == 1) return "EXIT";
+    // The end of the input answers as CR does where a default is shown.
+    if (status == 1) return def.empty() ? "EXIT" : "";
     if (status != 0) return "";
     std::size_t first = reply.find_first_not_of(' ');
     if (first == std::string::npos) return "";

@@ -30,7 +30,8 @@ std::string replyComments();
 
 // Asks `question` (with `def` shown as default when not empty) at the
 // cursor column and reads the reply from the terminal.  The reply comes back
-// trimmed; an empty reply is returned as "".  End of input gives "EXIT".
+// trimmed; an empty reply is returned as "".  End of input gives "" where
+// a default is shown (it takes the default, as CR does), else "EXIT".
 std::string askReply(std::string_view question, std::string_view def, int cursor);
 // Asks and puts the reply into word n.
 void askWord(MonitorState& m, std::string_view question, std::string_view def, int n);

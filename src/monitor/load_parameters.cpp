@@ -12,6 +12,7 @@
 #include "platform/units.h"
 #include "textfile/array_io.h"
 #include "textfile/line_splitters.h"
+#include "textfile/number_text.h"
 #include "textfile/prompts.h"
 #include "core/string_tools.h"
 
@@ -121,7 +122,9 @@ std::optional<Outcome> loadNVar(MonitorState& m) {
         }
         E04MES("NUMBER OF VARIABLES = ( " + std::to_string(value) + " ) IS OUTSIDE OF PERMITTED RANGE!");
         d.nVar() = 0;
-        if (!interactive()) return failedCommand(m);
+        // A file would give the same value again: only the terminal is asked anew.
+        const bool fromTerminal = m.sourceChannel < 1 || unit::isTerminal(m.sourceChannel);
+        if (!interactive() || !fromTerminal) return failedCommand(m);
         setWord(m, 4, "");  // the next value is asked for
     }
 }
@@ -182,6 +185,61 @@ std::optional<Outcome> loadAnnealing(MonitorState& m) {
     return loadScalar(m, "Tsced", row::TscedSet, d.Tsced, 6);
 }
 
+// The temperature schedule as it stands, to be put back when a value is
+// refused.
+struct Schedule {
+    double temper, Tsced;
+    int temperSet, NtriesT, TscedSet;
+};
+
+Schedule scheduleNow() {
+    const E4DataSetRecord& d = E4DataSet;
+    return {d.temper, d.Tsced, d.iStat(row::temperSet), d.iStat(row::NtriesT), d.iStat(row::TscedSet)};
+}
+
+void putBack(const Schedule& s) {
+    E4DataSetRecord& d = E4DataSet;
+    d.temper = s.temper;
+    d.Tsced = s.Tsced;
+    d.iStat(row::temperSet) = s.temperSet;
+    d.iStat(row::NtriesT) = s.NtriesT;
+    d.iStat(row::TscedSet) = s.TscedSet;
+}
+
+std::string realText(double v) {
+    std::string text(32, ' ');
+    int len = 0;
+    int err = 0;
+    R02R2C1(v, text, 1, 3, len, 2, 1, err);
+    return text.substr(0, static_cast<std::size_t>(R02LEN(text)));
+}
+
+// temper, NtriesT or Tsced, loaded and then checked: the temperature falls
+// by the factor Tsced, which must be above 0, every NtriesT tries, which
+// must be at least 1 once the temperature is set (0 is "not given"
+// otherwise).  A refused value stores nothing: the schedule is put back.
+std::optional<Outcome> loadSchedule(MonitorState& m, LoadParameter p) {
+    E4DataSetRecord& d = E4DataSet;
+    const Schedule before = scheduleNow();
+    std::optional<Outcome> end;
+    if (p == LoadParameter::Temper) end = loadAnnealing(m);
+    if (p == LoadParameter::NtriesT) end = loadInteger(m, "NtriesT", row::NtriesT, d.iStat(row::NtriesT), 4);
+    if (p == LoadParameter::Tsced) end = loadScalar(m, "Tsced", row::TscedSet, d.Tsced, 4);
+    if (end) return end;
+    const int tries = d.iStat(row::NtriesT);
+    if (p != LoadParameter::NtriesT && d.iStat(row::TscedSet) != 0 && d.Tsced <= 0.0) {
+        E04MES("Tsced = ( " + realText(d.Tsced) + " ) IS OUTSIDE OF PERMITTED RANGE!");
+        E04MES("The temperature schedule factor must be above 0; nothing is stored.");
+    } else if (p != LoadParameter::Tsced && (tries < 0 || (tries == 0 && d.iStat(row::temperSet) != 0))) {
+        E04MES("NtriesT = ( " + std::to_string(tries) + " ) IS OUTSIDE OF PERMITTED RANGE!");
+        E04MES("The number of tries per temperature must be at least 1; nothing is stored.");
+    } else {
+        return std::nullopt;
+    }
+    putBack(before);
+    return failedCommand(m);
+}
+
 }  // namespace
 
 std::string_view parameterName(LoadParameter p) { return info(p).name; }
@@ -230,9 +288,9 @@ std::optional<Outcome> loadParameter(MonitorState& m, LoadParameter p) {
         case LoadParameter::StpMax: return loadVector(m, "stpMax", row::stpMaxSet, d.stpMax.data());
         case LoadParameter::XScale: return loadXScale(m);
         case LoadParameter::Direct: return loadVector(m, "direct", row::directSet, d.direct.data());
-        case LoadParameter::Temper: return loadAnnealing(m);
-        case LoadParameter::NtriesT: return loadInteger(m, "NtriesT", row::NtriesT, d.iStat(row::NtriesT), 4);
-        case LoadParameter::Tsced: return loadScalar(m, "Tsced", row::TscedSet, d.Tsced, 4);
+        case LoadParameter::Temper:
+        case LoadParameter::NtriesT:
+        case LoadParameter::Tsced: return loadSchedule(m, p);
     }
     return std::nullopt;
 }

@@ -110,6 +110,7 @@ Step errorExit(MonitorState& m) {
 
 Step readNext(MonitorState& m) {
     int status = 0;
+    if (commandsFromTerminal()) m.commandFileOpens = 0;
     std::string line(kLineWidth, ' ');
     I5ROL2(line, "ZEMOK", sysinf.crUnit, sysinf.dwUnit, sysinf.MODEE4, status);
     if (status != 0) {
@@ -126,6 +127,7 @@ Step readNext(MonitorState& m) {
     setLine(m, line);
     if (m.lineLength == 0) return Step::ReadNext;
     m.guards.fill(0);
+    m.lastPrerequisite.clear();
     return Step::Push;
 }
 
@@ -146,11 +148,30 @@ Step processTop(MonitorState& m) {
     return Step::Split;
 }
 
+// A command that asks again for the prerequisite it asked for last, when
+// that one stored nothing, would ask for ever: it fails instead.
+Step prerequisite(MonitorState& m) {
+    const std::string wanted(m.text());
+    if (wanted == m.lastPrerequisite && m.sp == m.lastPrerequisiteDepth && m.changedFlag == 0) {
+        E04MES("Nothing was stored by \"" + wanted + "\": the command cannot go on.");
+        int status = 0;
+        std::string parent(kLineWidth, ' ');
+        stackOperation(m, parent, "READ", status);
+        setLine(m, parent);
+        failedCommand(m);
+        return errorExit(m);
+    }
+    m.lastPrerequisite = wanted;
+    m.lastPrerequisiteDepth = m.sp;
+    m.changedFlag = 0;
+    return Step::Push;
+}
+
 Step afterCommand(MonitorState& m, Outcome outcome) {
     int status = 0;
     std::string scratch(kLineWidth, ' ');
     switch (outcome) {
-        case Outcome::Prerequisite: return Step::Push;
+        case Outcome::Prerequisite: return prerequisite(m);
         case Outcome::Rewrite:
             scratch = m.line;
             stackOperation(m, scratch, "POP", status);
@@ -193,17 +214,25 @@ void E4MON1(int& status) {
     echoCommandLine();
     clearStack(m);
     Step step = firstCommandFromKeys(m) ? Step::Push : Step::ReadNext;
-    while (step != Step::Return) {
-        switch (step) {
-            case Step::ReadNext: step = readNext(m); break;
-            case Step::Push: step = push(m); break;
-            case Step::ProcessTop: step = processTop(m); break;
-            case Step::Split:
-                splitMonitorLine(m);
-                step = afterCommand(m, dispatch(m));
-                break;
-            case Step::Return: break;
+    try {
+        while (step != Step::Return) {
+            switch (step) {
+                case Step::ReadNext: step = readNext(m); break;
+                case Step::Push: step = push(m); break;
+                case Step::ProcessTop: step = processTop(m); break;
+                case Step::Split:
+                    splitMonitorLine(m);
+                    step = afterCommand(m, dispatch(m));
+                    break;
+                case Step::Return: break;
+            }
         }
+    } catch (const unit::TerminalInputEnded&) {
+        // A question was asked again and again after the end of the input:
+        // the command cannot be finished, and the session ends.
+        unit::endOpenRecord(sysinf.outUnit);
+        E04MES("E4MON1 -E- End of input: \"" + std::string(m.text()) + "\" was abandoned.");
+        m.status = 1;
     }
     status = m.status;
 }

@@ -21,6 +21,9 @@ struct MonitorState {
     std::string dataMarker = std::string(kLineWidth, ' ');
     int sourceChannel = 0;
     int changedFlag = 0;
+    std::string lastPrerequisite;  // the prerequisite pushed last, and the depth it was pushed at
+    int lastPrerequisiteDepth = -1;
+    int commandFileOpens = 0;      // command files opened since the last line from the terminal
     std::array<int, 10> guards{};  // EVALUATE 1, SECTION 2, RUN 3, CONTINUE 4
     double eps = 0.0;              // machine precision, printed by REPORT
     double rBig = 0.0;             // limit of the big bound

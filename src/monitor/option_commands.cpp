@@ -5,6 +5,7 @@
 #include "monitor/help_sections.h"
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
+#include "core/string_tools.h"
 #include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
 #include "platform/clock.h"
@@ -21,6 +22,7 @@ void applyLevelRule() {
 // Opens `name` for reading on `channel`; false when it cannot be opened.
 bool openForReading(int channel, const std::string& name) {
     unit::OpenSpec spec{unit::Status::Old};
+    spec.action = unit::Action::Read;
     return unit::open(channel, name, spec) == 0;
 }
 
@@ -32,6 +34,7 @@ Outcome autoMode(MonitorState& m) {
         sysinf.crUnit = channelTable.CommandFileUnit;
         if (!openForReading(sysinf.crUnit, d.crName)) {
             sysinf.crUnit = sysinf.inUnit;
+            E04MES("MODE -E- Automatic mode needs the command file \"" + d.crName.substr(0, static_cast<std::size_t>(R02LEN(d.crName))) + "\".");
             return failedCommand(m);
         }
         d.iStat(row::commandFileOpen) = 1;
@@ -40,6 +43,7 @@ Outcome autoMode(MonitorState& m) {
         sysinf.drUnit = channelTable.ZEMOKdataUnit;
         if (!openForReading(sysinf.drUnit, d.drName)) {
             sysinf.drUnit = sysinf.inUnit;
+            E04MES("MODE -E- Automatic mode needs the data file \"" + d.drName.substr(0, static_cast<std::size_t>(R02LEN(d.drName))) + "\".");
             return failedCommand(m);
         }
         d.iStat(row::dataFileOpen) = 1;

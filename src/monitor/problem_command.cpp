@@ -8,6 +8,7 @@
 #include "core/sysinf.h"
 #include "numlib/cpu_timers.h"
 #include "objective/target_function.h"
+#include "objective/test_problems.h"
 #include "textfile/prompts.h"
 #include "platform/units.h"
 
@@ -59,9 +60,13 @@ Outcome problemChange(MonitorState& m, int code) {
     Z02CPUT(0, minutes, seconds, sysinf.dwUnit);
     d.nVar() = 0;
     if (!wordBlank(m, 4)) {
+        // The number of variables asked for must fit the data set's vectors;
+        // outside 1 to 128 it counts as not given.
         std::optional<int> n = wordInt(m, 4);
-        if (!n && !interactive()) return illegalCommand(m);
-        d.nVar() = n.value_or(0);
+        const bool fits = n && *n >= 1 && *n <= kMaxVar;
+        if (!fits) E04MES("The number of variables must lie in 1 to 128: \"" + wordText(m, 4) + "\" is not taken.");
+        if (!fits && !interactive()) return illegalCommand(m);
+        d.nVar() = fits ? *n : 0;
     }
     askMessageLevel();
     d.iStat(row::xScaleSet) = d.iStat(row::xScaled) = 0;
@@ -149,7 +154,8 @@ bool testProblem(MonitorState& m, Outcome& out) {
     }
     if (b == 'E') return out = Outcome::Clear, true;
     int n = wordInt(m, 3).value_or(0);
-    if (n != 0) return out = problemChange(m, n), true;
+    if (n >= 1 && n <= kTestProblems) return out = problemChange(m, n), true;
+    if (n != 0) E04MES("There is no test problem " + std::to_string(n) + ": the test problems are 1 to 14.");
     if (!interactive()) return out = illegalCommand(m), true;
     askWord(m, "What do you want? [ List / test no. ]", "", 3);
     if (firstLetter(m, 3) == 'H') m.word(2) = m.word(3);

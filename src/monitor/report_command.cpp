@@ -204,9 +204,15 @@ bool destination(MonitorState& m, int& ch, Outcome& out) {
     }
     for (int n = kWordCount; n > 2; --n) m.word(n) = m.word(n - 1);
     std::string device = "FILE";
-    if (interactive() && onTerminal(sysinf.dwUnit)) {
+    while (interactive() && onTerminal(sysinf.dwUnit)) {
         device = askReply("Output device? [ Terminal / File ]", "Terminal", sysinf.CursorPosition);
         if (device.empty()) device = "TERMINAL";
+        if (R02PFX(device, "TER", 1) || R02PFX(device, "FIL", 1)) break;
+        if (R02PFX(device, "E", 1)) {
+            out = Outcome::Clear;  // EXIT, or the end of the input
+            return false;
+        }
+        E04MES("Answer TERMINAL or FILE (TER or FIL at least): \"" + device + "\" is neither.");
     }
     setWord(m, 2, device);
     setLine(m, joinedWords(m));

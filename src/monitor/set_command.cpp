@@ -99,6 +99,12 @@ Step setStatusElement(MonitorState& m, Outcome& out) {
         }
         return Step::Again;
     }
+    if ((n == row::nVar || n == row::nFree) && *value > kMaxVar) {
+        // The vectors of the data set hold 128 variables.
+        E04MES("The number of variables must lie in 0 to 128.");
+        out = illegalCommand(m);
+        return Step::End;
+    }
     E4DataSet.iStat(n) = *value;
     out = Outcome::Done;
     return Step::End;

@@ -2,8 +2,12 @@
 // writeDirect, writeBytes, endOpenRecord; formatted and list-directed writes.
 #include "platform/units.h"
 
+#include "platform/list_directed_read.h"
+
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <map>
@@ -24,6 +28,9 @@ std::istream* terminalIn = &std::cin;
 std::ostream* terminalOut = &std::cout;
 bool terminalRecordOpen = false;
 bool terminalEnded = false;
+bool terminalScripted = false;  // a test plays the person at the terminal
+std::string openFailure;        // the system's reason of the last failed open
+int failedReadsAfterEnd = 0;
 
 std::map<int, Channel>& table() {
     static std::map<int, Channel> channels;
@@ -36,6 +43,7 @@ Channel* fileChannel(int u) {
 }
 
 const char* modeFor(const OpenSpec& spec, bool exists) {
+    if (spec.action == Action::Read) return "rb";
     if (spec.status == Status::Replace || spec.status == Status::Scratch || !exists) return "w+b";
     return "r+b";
 }
@@ -51,7 +59,9 @@ void truncateHere(Channel& c) {
     long here = std::ftell(c.file);
     if (here < 0) return;
     std::fflush(c.file);
-    if (std::filesystem::file_size(c.name) > static_cast<std::uintmax_t>(here)) {
+    std::error_code ec;
+    const std::uintmax_t size = std::filesystem::file_size(c.name, ec);
+    if (!ec && size > static_cast<std::uintmax_t>(here)) {
         [[maybe_unused]] int rc = ftruncate(fileno(c.file), here);
         std::fseek(c.file, here, SEEK_SET);
     }
@@ -60,6 +70,7 @@ void truncateHere(Channel& c) {
 }  // namespace
 
 void setTerminal(std::istream* in, std::ostream* out) {
+    terminalScripted = in != nullptr;
     terminalIn = in ? in : &std::cin;
     terminalOut = out ? out : &std::cout;
 }
@@ -67,8 +78,10 @@ void setTerminal(std::istream* in, std::ostream* out) {
 void resetTerminal() {
     terminalIn = &std::cin;
     terminalOut = &std::cout;
+    terminalScripted = false;
     terminalRecordOpen = false;
     terminalEnded = false;
+    failedReadsAfterEnd = 0;
 }
 
 void resetUnits() {
@@ -83,6 +96,19 @@ bool isTerminal(int u) { return u == 5 || u == 6 || u == -1; }
 
 bool terminalInputEnded() { return terminalEnded; }
 
+void restartTerminalInput() {
+    terminalEnded = false;
+    failedReadsAfterEnd = 0;
+}
+
+bool terminalIsPerson() { return terminalScripted || isatty(fileno(stdin)) != 0; }
+
+bool sameFile(std::string_view a, std::string_view b) {
+    std::error_code ec;
+    const bool same = std::filesystem::equivalent(std::string(a), std::string(b), ec);
+    return !ec && same;
+}
+
 int open(int u, std::string_view fileName, const OpenSpec& spec) {
     if (isTerminal(u) || u == 0) return IOERR_BAD_UNIT;
     if (isOpen(u)) close(u);
@@ -94,7 +120,8 @@ int open(int u, std::string_view fileName, const OpenSpec& spec) {
     if (int st = checkStatus(spec, exists)) return st;
     if (exists && std::filesystem::is_directory(name, ec)) return IOERR_OPEN_FAILED;
     std::FILE* f = std::fopen(name.c_str(), modeFor(spec, exists));
-    if (!f && exists) f = std::fopen(name.c_str(), "rb");  // read-only file
+    if (!f) openFailure = std::strerror(errno);
+    if (!f && exists && spec.action == Action::ReadWrite) f = std::fopen(name.c_str(), "rb");  // read-only file
     if (!f) return IOERR_OPEN_FAILED;
     if (spec.position == Position::Append) std::fseek(f, 0, SEEK_END);
     Channel c;
@@ -113,7 +140,8 @@ int close(int u, bool deleteFile) {
     std::string name = c->name;
     bool scratch = c->spec.status == Status::Scratch;
     table().erase(u);
-    if (deleteFile || scratch) std::filesystem::remove(name);
+    std::error_code ec;
+    if (deleteFile || scratch) std::filesystem::remove(name, ec);
     return 0;
 }
 
@@ -153,6 +181,7 @@ int readRecord(int u, std::string& record) {
     if (u == 5 || u == -1) {
         if (!std::getline(*terminalIn, record)) {
             terminalIn->clear();
+            if (terminalEnded && ++failedReadsAfterEnd > kAnswersAfterEnd) throw TerminalInputEnded{};
             terminalEnded = true;
             return IOSTAT_END;
         }
@@ -242,7 +271,7 @@ std::string ioText(int iostat) {
         case 0: return "no error";
         case IOSTAT_END: return "end of file";
         case IOERR_NOT_OPEN: return "channel is not connected";
-        case IOERR_OPEN_FAILED: return "file cannot be opened";
+        case IOERR_OPEN_FAILED: return openFailure.empty() ? "file cannot be opened" : "file cannot be opened: " + openFailure;
         case IOERR_EXISTS: return "file already exists";
         case IOERR_MISSING: return "file does not exist";
         case IOERR_READ: return "read error";
@@ -250,6 +279,7 @@ std::string ioText(int iostat) {
         case IOERR_BAD_RECORD: return "record does not exist";
         case IOERR_BAD_ACCESS: return "operation not allowed for this access";
         case IOERR_BAD_UNIT: return "channel number not allowed";
+        case LIST_BAD_ITEM: return "a value is not a number of the kind asked for";
         default: return "input/output error";
     }
 }

@@ -26,12 +26,17 @@ constexpr int IOERR_BAD_UNIT = 1009;     // channel number not allowed
 enum class Status { Old, New, Unknown, Replace, Scratch };
 enum class Access { Sequential, Direct };
 enum class Position { AsIs, Append, Rewind };
+// Read: the file is only read and can never be written through the channel.
+// Write: the file must be writable, or the open fails.  ReadWrite: writable
+// when the file allows it, else read only.
+enum class Action { ReadWrite, Read, Write };
 
 struct OpenSpec {
     Status status = Status::Unknown;
     Access access = Access::Sequential;
     Position position = Position::AsIs;
     int recordLength = 0;  // direct access: bytes per record
+    Action action = Action::ReadWrite;
 };
 
 // Channels 5 and 6 are the terminal (standard input and output), -1 is the
@@ -51,6 +56,21 @@ std::string fileNameOf(int u);  // empty when not open
 bool isTerminal(int u);         // 5, 6 or -1
 // True once a read from the terminal has met the end of its input.
 bool terminalInputEnded();
+// True when a person answers at the terminal (a console, or a test playing
+// one), not a script piped into the program.
+bool terminalIsPerson();
+// True when both names lead to one existing file.
+bool sameFile(std::string_view a, std::string_view b);
+
+// After its end, the terminal still answers kAnswersAfterEnd reads with the
+// end of file, so that questions take their defaults; a read beyond that
+// comes from a question asked again and again that nobody can answer, and
+// throws TerminalInputEnded, on which the monitor ends the session.
+constexpr int kAnswersAfterEnd = 20;
+struct TerminalInputEnded {};
+// New input at the terminal (a test feeding its next lines): its end has
+// not been met yet.
+void restartTerminalInput();
 
 // Reads one record (line) without its end; IOSTAT_END at end of file.
 int readRecord(int u, std::string& record);

@@ -11,6 +11,7 @@
 #include "core/string_tools.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
 #include <utility>
 
@@ -39,7 +40,7 @@ struct RealLoader {
     static bool convert(std::string_view word, double& v) {
         int err = 0;
         double x = R02C2R1(trimmed(word), err);
-        if (err < 0) return false;
+        if (err < 0 || !std::isfinite(x)) return false;  // no NaN or infinity enters the data set
         v = x;
         return true;
     }
@@ -161,7 +162,10 @@ struct Load {
 
     int store(int i, int j, std::string_view word) {
         T v{};
-        if (!K::convert(word, v)) return 1;
+        if (!K::convert(word, v)) {
+            message("\"" + trimmed(word) + "\" IS NOT A FINITE NUMBER THAT CAN BE STORED!");
+            return 1;
+        }
         at(i, j) = v;
         changed = 1;
         return 0;
@@ -192,7 +196,12 @@ int Load<K>::run() {
         if (kind == 0) K::askValue("Value of " + name + "?", at(1, 1));
         else I05ASK(kind == 1 ? K::elementQuestion(name) : K::rowQuestion(name), sysinf.CursorPosition);
         std::string reply = readReply();
-        if (blank(reply)) return 0;
+        if (blank(reply)) {
+            // An empty reply (or the end of the input) takes the value shown
+            // as the default, which then counts as loaded.
+            if (kind == 0) changed = 1;
+            return 0;
+        }
         // The reply's words become the value words, w1 on.
         int st = 0;
         R02CLS(reply, &w(0), last - first + 1, 1, delimiters, "!#^", st);
@@ -210,7 +219,10 @@ int Load<K>::element() {
         if (autoMode()) return 1;
         if (kind == 1) K::askValue("Value of the element " + name + "(" + digits(i) + ")?", at(i, 1));
         else I05ASK("Enter the column of the matrix \"" + name + "\":", sysinf.CursorPosition);
-        if (!askInto(1)) return 0;
+        if (!askInto(1)) {
+            if (kind == 1) changed = 1;  // the default shown is taken
+            return 0;
+        }
     }
     if (beginsWith(w(1), 'E')) return 0;
     if (kind == 1) return store(i, 1, w(1));
@@ -219,7 +231,10 @@ int Load<K>::element() {
     if (blank(w(2))) {
         if (autoMode()) return 1;
         K::askValue("Value of the element " + name + "(" + digits(i) + "," + digits(j) + ")?", at(i, j));
-        if (!askInto(2)) return 0;
+        if (!askInto(2)) {
+            changed = 1;  // the default shown is taken
+            return 0;
+        }
     }
     if (beginsWith(w(2), 'E')) return 0;
     return store(i, j, w(2));

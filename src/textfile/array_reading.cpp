@@ -55,7 +55,8 @@ void readArray(std::string_view tag, std::string_view prompt, std::string_view l
     std::string file(fileName.substr(0, static_cast<std::size_t>(R02LEN(fileName))));
     if (io == unit::IOSTAT_END) {
         if (terminal) unit::endOpenRecord(sysinf.outUnit);
-        I05MES(std::string(tag) + " -E- PREMATURE END OF THE FILE \"" + file + "\" !");
+        if (terminal) I05MES(std::string(tag) + " -E- END OF THE INPUT: NO VALUE WAS GIVEN!");
+        else I05MES(std::string(tag) + " -E- PREMATURE END OF THE FILE \"" + file + "\" !");
         status = 2;
     } else if (io != 0) {
         if (!terminal) I05MES(std::string(tag) + " -E- ERROR AT THE READING FROM THE FILE \"" + file + "\"!");

@@ -141,6 +141,7 @@ void Z1OPN1(int channel, std::string& name, std::string_view access, std::string
     std::string acc = upperTrimmed(access);
     std::string status = upperTrimmed(statusWord);
     const bool writing = !acc.empty() && acc[0] == 'W';
+    const bool reading = !acc.empty() && acc[0] == 'R';
     for (;;) {
         if (status.empty() || (!acc.empty() && acc[0] == 'R')) status = "OLD";
         if (acc.empty() || acc[0] == 'R' || acc[0] == 'W') acc = "SEQUENTIAL";
@@ -158,12 +159,21 @@ void Z1OPN1(int channel, std::string& name, std::string_view access, std::string
         }
         result = 0;
         unit::close(channel);
-        int io = unit::open(channel, file, openSpecFor(acc, status));
+        unit::OpenSpec spec = openSpecFor(acc, status);
+        if (writing) spec.action = unit::Action::Write;
+        if (reading && status[0] == 'O') spec.action = unit::Action::Read;
+        int io = unit::open(channel, file, spec);
         if (io == 0) return;
         result = io;
         I05ERR("Z1OPN1", io);
-        if (!writing) return;
-        if (sysinf.MODEE4 == 1 || sysinf.crUnit != sysinf.inUnit) return;
+        // Another name is asked only of a person writing: in a script the
+        // next line is a command, not a file name.
+        const bool dialogue = writing && sysinf.MODEE4 == 0 && sysinf.crUnit == sysinf.inUnit &&
+                              unit::terminalIsPerson();
+        if (!dialogue) {
+            write(sysinf.outUnit, "(A)", " Z1OPN1 ----- Current file name: \"" + file + "\"");
+            return;
+        }
         if (!askAnotherName(name, file)) return;
         result = 0;
     }

@@ -89,8 +89,8 @@ TEST(HelpCommand, TheProgramsOwnHelpFile) {
 
 TEST(HelpCommand, MissingHelpFileIsReportedAndTheSessionGoesOn) {
     ZemokRun run = runZemok("HELP\nEXIT\n", {"-C"});
-    EXPECT_EQ(run.out, kKeyC + kPrompt + " Z1OPN1 ---E- Error code: {1004}. file does not exist\n" + kPrompt +
-                           kClosing);
+    EXPECT_EQ(run.out, kKeyC + kPrompt + " Z1OPN1 ---E- Error code: {1004}. file does not exist\n" +
+                           " Z1OPN1 ----- Current file name: \"zemok.hlp\"\n" + kPrompt + kClosing);
 }
 
 TEST(OpenCommand, DataWritingAddsBehindTheOldContentsAfterTheBanner) {
@@ -120,6 +120,7 @@ TEST(OpenCommand, MissingCommandFileFailsAndTheTerminalStays) {
     ZemokRun run = runZemok("op c r missing.cmd\nEXIT\n", {"-C"});
     EXPECT_EQ(run.out, kKeyC + kPrompt +
                            " Z1OPN1 ---E- Error code: {1004}. file does not exist\n"
+                           " Z1OPN1 ----- Current file name: \"missing.cmd\"\n"
                            " Z1ACS1 ---E- Execution of the command \"OPEN,COMMAND,READ,missing.cmd\"\n"
                            "              causes an error diagnostic.\n"
                            " COMMAND \"OPEN,COMMAND,READ,missing.cmd\" WAS FAILED TO EXECUTE\n" +

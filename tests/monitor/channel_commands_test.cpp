@@ -79,6 +79,7 @@ TEST_F(ChannelCommands, MissingFileLeavesTheChannelOnTheTerminal) {
     EXPECT_EQ(sysinf.drUnit, 5);
     EXPECT_EQ(E4DataSet.iStat(row::dataFileOpen), 0);
     EXPECT_EQ(output(), " Z1OPN1 ---E- Error code: {1004}. file does not exist\n"
+                        " Z1OPN1 ----- Current file name: \"missing.inp\"\n"
                         " Z1ACS1 ---E- Execution of the command \"OPEN,DATA,READ,missing.inp\"\n"
                         "              causes an error diagnostic.\n");
 }

@@ -70,7 +70,7 @@ TEST_F(ArrayIO, ReadFailureNamesTheFileAndKeepsWhatWasRead) {
     EXPECT_EQ(changed, 1);
     EXPECT_EQ(x, (std::vector<double>{1.0, 9.0, 9.0}));
     EXPECT_EQ(output(), " I5LRA1 -E- ERROR AT THE READING FROM THE FILE \"data.inp\"!\n"
-                        " I5LRA1 ---E- Error code: {1010}. input/output error\n");
+                        " I5LRA1 ---E- Error code: {1010}. a value is not a number of the kind asked for\n");
 }
 
 TEST_F(ArrayIO, PrematureEndOfFile) {

@@ -131,11 +131,14 @@ TEST_F(ArrayLoaders, InteractiveQuestionsFillTheMissingWords) {
     EXPECT_EQ(output(), " Value of the element xStart(2)? " + std::string(17, '.') + " < 7.5 >: ");
 }
 
-TEST_F(ArrayLoaders, EmptyReplyOrEndWordLeavesTheArray) {
+TEST_F(ArrayLoaders, EmptyReplyTakesTheDefaultAndEndWordLeavesTheArray) {
+    const auto before = x_;
     command("LOAD,TERMINAL,XSTART,4");
     feed("\n");
     EXPECT_EQ(loadVector(), 0);
-    EXPECT_EQ(changed_, 0);
+    EXPECT_EQ(changed_, 1);  // the value shown as the default counts as loaded
+    EXPECT_EQ(x_, before);
+    changed_ = 0;
     command("LOAD,TERMINAL,XSTART,EXIT,5");
     EXPECT_EQ(loadVector(), 0);
     command("LOAD,TERMINAL,XSTART,4,E");

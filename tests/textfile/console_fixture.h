@@ -24,6 +24,7 @@ protected:
     void feed(const std::string& text) {
         in_.str(text);
         in_.clear();
+        unit::restartTerminalInput();
     }
     // What was written on the terminal since the last call.
     std::string output() {

@@ -126,7 +126,9 @@ TEST_F(FileDialogue, AMissingFileForReadingIsReportedWithoutDialogue) {
     EXPECT_EQ(result, unit::IOERR_MISSING);
     std::string shown = output();
     EXPECT_EQ(shown.rfind(" Z1OPN1 ---E- Error code: {1004}.", 0), 0u);
-    EXPECT_EQ(shown.find("Current file name"), std::string::npos);
+    // No dialogue: the file is named once.
+    EXPECT_EQ(count(shown, "Current file name: \"" + path("none.dat") + "\""), 1);
+    EXPECT_EQ(shown.find("Give new file name"), std::string::npos);
     EXPECT_FALSE(unit::isOpen(12));
 }
 
@@ -169,7 +171,10 @@ TEST_F(FileDialogue, GivingUpAndNoDialogueInAutoModeOrFromACommandFile) {
     sysinf.crUnit = 3;
     Z1OPN1(2, name, "WRITE", "OLD", result);
     EXPECT_EQ(result, unit::IOERR_MISSING);
-    EXPECT_EQ(output().find("Current file name"), std::string::npos);
+    // Without a dialogue the file is named, and no other name is asked.
+    const std::string shown = output();
+    EXPECT_EQ(count(shown, "Current file name: \"" + missing + "\""), 2);
+    EXPECT_EQ(shown.find("Give new file name"), std::string::npos);
 }
 
 TEST_F(FileDialogue, AQuotationMarkAsksForANewFile) {

@@ -112,6 +112,7 @@ TEST_F(KeyedFuzz, ArrayReadersStayWithinTheirArray) {
 TEST_F(KeyedFuzz, LoadersTakeAnyWordsInAutoMode) {
     const char* wordPieces[] = {"ALL", "(", ")", ":", "E", "-", "0", "1", "2", "7", "999", "1.5", "x", ""};
     for (int round = 0; round < 3000; ++round) {
+        unit::restartTerminalInput();
         std::vector<std::string> words(6);
         for (std::string& w : words) {
             std::string text;
