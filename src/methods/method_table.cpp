@@ -34,7 +34,7 @@ constexpr std::array<MethodRow, kMethodRows> kMethods = {{
     {"Fletcher (combined of D-F-P and B-F-G-S)", "FL", {{"FL", ""}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
     {"Oren-Luenberger (self-scaling)", "O-L", {{"O", "L"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
     {"Oren-Spedicato (self-scaling)", "O-S", {{"O", "S"}, kNone}, M::FirstOrder, L::FirstOrder, true, true, false, true, true, false, false, false, E4FOM1},
-    {"B-F-G-S with simple bounds", "SB", {{"SB", ""}, {"S", "B"}}, M::FirstOrder, L::FirstOrder, false, false, true, true, false, false, false, false, boundedMethodSearch},
+    {"B-F-G-S with simple bounds", "SB", {{"SB", ""}, {"S", "B"}}, M::FirstOrder, L::FirstOrder, false, false, true, true, false, false, false, false, E4FOM1},
     {kUndefined, "", {kNone, kNone}, M::None, L::CoordinateDescent, false, true, false, false, false, false, false, false, nullptr},
     {"coordinate descent", "C-D", {{"C", "D"}, kNone}, M::CoordinateDescent, L::CoordinateDescent, false, true, false, false, false, false, false, false, E4CDM1},
     {"downhill simplex (Nelder and Mead)", "N-M", {{"N", "M"}, kNone}, M::Simplex, L::Simplex, false, false, false, false, false, false, false, true, E04DSMNM},
