@@ -72,6 +72,12 @@ Outcome problemChange(MonitorState& m, int code) {
     d.iStat(row::xScaleSet) = d.iStat(row::xScaled) = 0;
     d.fStart = E4FUN1(d.xStart.data());
     d.iStat(row::userDialogue) = d.iStat(row::userTypeChange) = 0;
+    if (code == kUserProblem && d.nVar() == 0) {
+        // The user's function set up no variables (it said why): nothing
+        // can be minimized, so the problem is not selected.
+        d.iStat(row::problemCode) = 0;
+        return failedCommand(m);
+    }
     settleStartPoint();
     return Outcome::Done;
 }

@@ -20,7 +20,14 @@ constexpr int kReplyWidth = 256;
 
 // True while channel 11 holds the answers file and replies come from it.
 bool fromAnswers = false;
+// The last answer taken and where it came from: what refuseAnswer refuses.
 ReplyOrigin lastOrigin = ReplyOrigin::Terminal;
+std::string lastAnswer;
+
+ReplyOrigin takeAnswer(ReplyOrigin origin, const std::string& text) {
+    lastAnswer = text;
+    return lastOrigin = origin;
+}
 
 std::string trimmedText(std::string_view text) {
     return std::string(text.substr(0, static_cast<std::size_t>(R02LEN(text))));
@@ -72,18 +79,16 @@ template <class Read>
 bool freeFormRead(std::string_view what, Read read) {
     for (;;) {
         const bool wasFile = fromAnswers;
-        ReplyOrigin origin = ReplyOrigin::Terminal;
-        std::string lastRecord;
         ListReader reader([&](std::string& record) {
+            ReplyOrigin origin = ReplyOrigin::Terminal;
             const int status = nextRecord(record, origin);
-            lastOrigin = origin;
-            if (status == 0) lastRecord = record;
+            takeAnswer(origin, status == 0 ? record : std::string());
             return status;
         });
         const int status = read(reader);
         if (status == 0) return true;
         if (status == LIST_BAD_ITEM) {
-            refuseAnswer(origin, lastRecord, what);
+            refuseAnswer(what);
             continue;
         }
         // The answers file ended inside the read: read it all at the terminal.
@@ -111,30 +116,32 @@ void leaveAnswersFile() {
 
 void resetAnswersFile() {
     leaveAnswersFile();
-    lastOrigin = ReplyOrigin::Terminal;
+    takeAnswer(ReplyOrigin::Terminal, "");
 }
 
 ReplyOrigin readReply(std::string_view promptLine, std::string& line) {
     if (fromAnswers) {
         const int status = readLine(kAnswersChannel, line);
-        if (status == 0) return lastOrigin = ReplyOrigin::AnswersFile;
+        if (status == 0) return takeAnswer(ReplyOrigin::AnswersFile, line);
         answersEnded(status);
     }
     if (!promptLine.empty()) write(sysinf.outUnit, "(1X,A,': ',$)", std::string(promptLine));
     const int status = readLine(sysinf.inUnit, line);
-    return lastOrigin = status == 0 ? ReplyOrigin::Terminal : ReplyOrigin::Ended;
+    return takeAnswer(status == 0 ? ReplyOrigin::Terminal : ReplyOrigin::Ended, line);
 }
 
 ReplyOrigin lastReplyOrigin() { return lastOrigin; }
 
-void refuseAnswer(ReplyOrigin origin, std::string_view answer, std::string_view why) {
-    if (origin == ReplyOrigin::AnswersFile) {
-        I05MES("USERF ----E- Answer \"" + trimmedText(answer) + "\" of the answers file refused: " +
-               std::string(why));
+const std::string& lastAnswerText() { return lastAnswer; }
+
+void refuseAnswer(std::string_view why) {
+    const std::string answer = "Answer \"" + trimmedText(lastAnswer) + "\"";
+    if (lastOrigin == ReplyOrigin::AnswersFile && fromAnswers) {
+        I05MES("USERF ----E- " + answer + " of the answers file refused: " + std::string(why));
         I05MES("             The dialogue goes on at the terminal.");
         leaveAnswersFile();
-    } else {
-        I05MES("USERF ----E- Answer \"" + trimmedText(answer) + "\" refused: " + std::string(why));
+    } else if (lastOrigin != ReplyOrigin::Ended) {
+        I05MES("USERF ----E- " + answer + " refused: " + std::string(why));
     }
 }
 
@@ -171,7 +178,7 @@ void askUntilAccepted(std::string_view prompt, std::string_view defaultText, Acc
         std::string reply;
         const ReplyOrigin origin = readReply(line, reply);
         if (origin == ReplyOrigin::Ended) return;
-        if (accept(reply, origin)) return;
+        if (accept(reply)) return;
     }
 }
 
@@ -210,7 +217,7 @@ std::string realAnswerText(double value) {
 void ASKSTR(std::string_view prompt, std::string_view defaultText, std::string& answer) {
     const std::size_t width = answer.size();
     std::string result = trimmedText(defaultText);
-    askUntilAccepted(prompt, defaultText, [&](const std::string& reply, ReplyOrigin) {
+    askUntilAccepted(prompt, defaultText, [&](const std::string& reply) {
         if (!reply.empty()) result = reply;
         return true;
     });
@@ -220,12 +227,12 @@ void ASKSTR(std::string_view prompt, std::string_view defaultText, std::string& 
 
 void ASKINUM(std::string_view prompt, int& value) {
     const std::string def = intText(value);
-    askUntilAccepted(prompt, def, [&](const std::string& reply, ReplyOrigin origin) {
+    askUntilAccepted(prompt, def, [&](const std::string& reply) {
         if (reply.empty() || reply == def) return true;
         int err = 0;
         const int v = R02C2I1(reply, err);
         if (err < 0) {
-            refuseAnswer(origin, reply, "an integer is asked for.");
+            refuseAnswer("an integer is asked for.");
             return false;
         }
         value = v;
@@ -235,12 +242,12 @@ void ASKINUM(std::string_view prompt, int& value) {
 
 void ASKRNUM(std::string_view prompt, double& value) {
     const std::string def = realAnswerText(value);
-    askUntilAccepted(prompt, def, [&](const std::string& reply, ReplyOrigin origin) {
+    askUntilAccepted(prompt, def, [&](const std::string& reply) {
         if (reply.empty() || reply == def) return true;
         int err = 0;
         const double v = R02C2R1(reply, err);
         if (err < 0) {
-            refuseAnswer(origin, reply, "a number is asked for.");
+            refuseAnswer("a number is asked for.");
             return false;
         }
         value = v;
@@ -250,7 +257,7 @@ void ASKRNUM(std::string_view prompt, double& value) {
 
 void ASKINUM2(std::string_view prompt, int& first, int& last) {
     const std::string def = rightJustified(intText(first), 12) + "," + rightJustified(intText(last), 12);
-    askUntilAccepted(prompt, def, [&](const std::string& reply, ReplyOrigin origin) {
+    askUntilAccepted(prompt, def, [&](const std::string& reply) {
         int values[2] = {first, last};
         int save[6] = {0, 0, 0, 0, 0, 0};
         for (int k = 0; k < 2; ++k) {
@@ -262,7 +269,7 @@ void ASKINUM2(std::string_view prompt, int& first, int& last) {
             const int v = R02C2I1(word.substr(0, static_cast<std::size_t>(wordLen)), err);
             if (err < 0 || status == -2) {
                 I05MES("ASKINUM2 -E- Please repeat the load");
-                if (origin == ReplyOrigin::AnswersFile) refuseAnswer(origin, reply, "two integers are asked for.");
+                refuseAnswer("two integers are asked for.");
                 return false;
             }
             values[k] = v;
@@ -290,7 +297,7 @@ void ASKNAM(std::string_view prompt, std::string_view ext, std::string& name) {
         R02FSE(found, reply, "EXTENSION", sysinf.FileSystemType, len, err);
         if (err < 0) {
             I05MES("ASKNAM --W-: Error parsing file name: \"" + reply + "\"");
-            if (origin == ReplyOrigin::AnswersFile) refuseAnswer(origin, reply, "a file name is asked for.");
+            refuseAnswer("a file name is asked for.");
             continue;
         }
         std::string candidate = reply;
@@ -300,7 +307,7 @@ void ASKNAM(std::string_view prompt, std::string_view ext, std::string& name) {
         }
         if (width > 0 && candidate.size() > width) {
             I05MES("ASKNAM -E- File name too long.");
-            if (origin == ReplyOrigin::AnswersFile) refuseAnswer(origin, reply, "the name is too long.");
+            refuseAnswer("the name is too long.");
             continue;
         }
         result = candidate;

@@ -28,20 +28,25 @@ void resetAnswersFile();
 // ended (line is then empty).
 ReplyOrigin readReply(std::string_view promptLine, std::string& line);
 
-// Says that an answer is refused and why.  An answer from the answers file
-// is named in the message, and the dialogue goes on at the terminal.
-void refuseAnswer(ReplyOrigin origin, std::string_view answer, std::string_view why);
+// Refuses the last answer taken (reply or free-form record) and says why.
+// Every refusal of the fit dialogue comes here.  An answer of the answers
+// file is named in the message and the file is left: the rest of the
+// dialogue goes on at the terminal, since the file's next lines were
+// written for the questions after an accepted answer and would answer the
+// wrong ones.
+void refuseAnswer(std::string_view why);
 
 // Free-form reads of the dialogue (no prompt): n numbers, or one word.  A
-// record that does not hold the items is refused (refuseAnswer, naming the
-// record and `what`) and the read is made again.  Returns false when the
+// record that does not hold the items is refused (refuseAnswer with
+// `what`) and the read is made again.  Returns false when the
 // terminal input ended before the items were read.
 bool readAnswerReals(double* v, int n, std::string_view what);
 bool readAnswerInt(int& v, std::string_view what);
 bool readAnswerWord(std::string& word, std::string_view what);
 
-// Where the last reply or free-form record came from.
+// Where the last reply or free-form record came from, and its text.
 ReplyOrigin lastReplyOrigin();
+const std::string& lastAnswerText();
 
 // The question line of the prompt routines: prompt, dots and the default
 // between "< " and " >", right-aligned in a field of at least 16 characters

@@ -27,7 +27,12 @@ struct FrameHeader {
     std::string paramFile;
     bool hasErrors = false;
     std::string errorFile;
+    int errorChannels = 0;  // line 7, when present
+    int errorFrames = 0;
 };
+
+// Why the last read of a data set took no errors from an error frame.
+std::string errorsNote;
 
 std::string trimmed(std::string_view text) {
     return std::string(text.substr(0, static_cast<size_t>(std::max(R02LEN(text), 0))));
@@ -86,6 +91,8 @@ bool parseHeader(int channel, FrameHeader& h) {
     if (f5[9] == 0) return true;
     int f7[10];
     if (!readIntegerLine(channel, f7) || !readNameLine(channel, h.errorFile)) return false;
+    h.errorChannels = f7[0];
+    h.errorFrames = f7[1];
     h.hasErrors = f7[0] == h.channels && f7[1] == h.frames;
     return true;
 }
@@ -177,7 +184,21 @@ void readParameter(int channel, const FrameHeader& h, const std::string& file, i
     unit::close(channel);
 }
 
+// The reason a set without an error frame that counts gives no errors.
+std::string noErrorFrameReason(const FrameHeader& h) {
+    const auto n = [](int v) { return std::to_string(v); };
+    if (!h.errorFile.empty())
+        return "its error file " + h.errorFile + " holds " + n(h.errorChannels) + " channels in " +
+               n(h.errorFrames) + " frames, not " + n(h.channels) + " in " + n(h.frames);
+    if (h.hasParams && h.paramCount == h.channels)
+        return h.paramFile + " is named as its parameter file (header lines 5 and 6), "
+               "not as its error file (lines 7 and 8)";
+    return h.frames == 1 ? "it has one frame and no error file" : "it names no error file";
+}
+
 }  // namespace
+
+const std::string& frameErrorsNote() { return errorsNote; }
 
 int TAVREAD(int channel, std::string_view name, int first, int last, double* data1,
             double* data2, std::string& title, int& frame, int& nFrames, double& param) {
@@ -189,6 +210,8 @@ int TAVREAD(int channel, std::string_view name, int first, int last, double* dat
     std::string headerName = trimmed(name);
     FrameHeader h;
     if (!readHeader(channel, headerName, h)) return -1;
+    errorsNote = h.frames == 2 && !h.hasErrors ? "its second frame, the errors, holds zeros only"
+                                                : noErrorFrameReason(h);
     nFrames = h.frames;
     param = -2.0;
     title = h.title;
@@ -204,8 +227,10 @@ int TAVREAD(int channel, std::string_view name, int first, int last, double* dat
                 unit::close(channel);
                 continue;
             }
-            if (nFrames > 1 && !readWindow(channel, 2, h.channels, first, last, data2))
+            if (nFrames > 1 && !readWindow(channel, 2, h.channels, first, last, data2)) {
                 warnNoErrors(dataFile);
+                errorsNote = "its second frame, the errors, cannot be read";
+            }
             unit::close(channel);
             return 0;
         }
@@ -221,6 +246,7 @@ int TAVREAD(int channel, std::string_view name, int first, int last, double* dat
                           readWindow(channel, frame, h.channels, first, last, data2);
         unit::close(channel);
         if (!good) warnNoErrors(errorFile);
+        errorsNote = good ? "its error frame holds zeros only" : "its error file " + h.errorFile + " cannot be read";
     }
     return 0;
 }

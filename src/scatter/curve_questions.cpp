@@ -1,5 +1,5 @@
 // The questions of the curve input at the terminal: terminalAskInt,
-// terminalAskReal, terminalAskInt2, terminalAskName, setCurveQuestions.
+// terminalAskReal, terminalAskInt2, terminalAskName, terminalRefuse, setCurveQuestions.
 #include "scatter/measured_curve.h"
 #include "scatter/measured_curve_steps.h"
 
@@ -86,12 +86,15 @@ void terminalAskName(std::string_view prompt, std::string_view ext, std::string&
     }
 }
 
+void terminalRefuse(std::string_view) {}
+
 CurveQuestions terminalQuestions() {
     CurveQuestions q;
     q.askInt = terminalAskInt;
     q.askReal = terminalAskReal;
     q.askInt2 = terminalAskInt2;
     q.askName = terminalAskName;
+    q.refuse = terminalRefuse;
     return q;
 }
 
@@ -105,6 +108,7 @@ void setCurveQuestions(const CurveQuestions& q) {
     questions.askReal = q.askReal ? q.askReal : terminal.askReal;
     questions.askInt2 = q.askInt2 ? q.askInt2 : terminal.askInt2;
     questions.askName = q.askName ? q.askName : terminal.askName;
+    questions.refuse = q.refuse ? q.refuse : terminal.refuse;
 }
 
 const CurveQuestions& curveQuestions() { return questions; }

@@ -4,6 +4,7 @@
 
 #include "core/console_layer.h"
 #include "core/machine_constants.h"
+#include "platform/edit_format.h"
 #include "platform/units.h"
 #include "textfile/file_spec.h"
 #include "textfile/number_text.h"
@@ -78,6 +79,7 @@ int askFraction() {
         if (count >= 2) return count;
         I05MES("VARDENE -E- This fraction leaves fewer than 2 points of the curve; "
                "a fraction of 1 keeps all but the last.");
+        curveQuestions().refuse("the fraction leaves fewer than 2 points.");
         if (unit::terminalInputEnded()) return -1;
     }
 }
@@ -109,12 +111,28 @@ void makePositive(double* v, int n, double eps) {
 void makePositiveAndWeigh() {
     const int n = fitCurve.nPts;
     const double eps = X02RMDC(2);
+    // Negative intensities (a background subtracted from a weak signal)
+    // are folded to positive: the model cannot follow them otherwise.
+    int negative = 0;
+    double firstS = 0.0;
+    for (int k = 0; k < n; ++k) {
+        if (fitCurve.I[k] < 0.0 && negative++ == 0) firstS = fitCurve.s[k];
+    }
     makePositive(fitCurve.I, n, eps);
     writeList(-1, " I(1), I(last)    :", fitCurve.I[0], fitCurve.I[n - 1]);
     writeList(-1, " s(1), s(last)    :", fitCurve.s[0], fitCurve.s[n - 1]);
     makePositive(fitCurve.Err, n, eps);
     writeList(-1, " Err(1), Err(last):", fitCurve.Err[0], fitCurve.Err[n - 1]);
+    if (negative > 0)
+        I05MES("VARDENE --W- " + std::to_string(negative) + " negative intensities, the first at s = " +
+               shortNumber(firstS) + ", are taken as positive.");
     computeWeights();
+}
+
+std::string shortNumber(double v) {
+    const std::string t = formatRecords("(1P,G12.4)", FmtItems{v}).text;
+    const size_t a = t.find_first_not_of(' ');
+    return a == std::string::npos ? t : t.substr(a, t.find_last_not_of(' ') - a + 1);
 }
 
 std::vector<std::string> separatedWords(std::string_view text) {

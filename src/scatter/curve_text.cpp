@@ -74,52 +74,117 @@ bool hasWord(std::string_view mode, std::string_view key) {
     return false;
 }
 
-// The first non-blank line of the header, read as it stands.
-void headerLine(int channel, int headerLines, std::string_view name, std::string& header) {
+// The first non-blank line of the header, read as it stands.  Returns the
+// line number of the first numeric line of the header (0 for none) and
+// counts them in `numeric`.
+int headerLine(int channel, int headerLines, std::string_view name, std::string& header, int& numeric) {
     const size_t width = header.empty() ? 80 : header.size();
     std::string found;
     std::string line;
+    int first = 0;
+    numeric = 0;
     for (int k = 0; k < headerLines; ++k) {
         if (unit::readRecord(channel, line) != 0) break;
         if (found.empty() && R02LEN(line) > 0) found = line;
+        if (numericWords(withoutComment(line)) > 0 && numeric++ == 0) first = k + 1;
     }
     if (found.empty()) found = "? Data from " + std::string(name.substr(0, R02LEN(name)));
     found.resize(width, ' ');
     header = found;
+    return first;
 }
 
-// The free-form read of the data records: returns the points delivered.
-// zeroErrors counts the records dropped for an error of 0 only; with
-// dropZeroErrors false they are kept.
-int readColumns(int channel, int nCols, bool sas, bool dropZeroErrors, int limit, double* c1,
-                double* c2, double* c3, int& zeroErrors) {
-    ListReader reader([channel](std::string& record) {
+// What the free-form read of the data records met, for the notes of LOADATF.
+struct ColumnRead {
+    int n = 0;            // points delivered
+    int zeroErrors = 0;   // records with an error of 0 (dropped or kept)
+    int dropped = 0;      // records left out by the "SAS" filter or as not finite
+    int shortLines = 0;   // points whose values ran over into the next line
+    int firstShort = 0;   // line number of the first of them
+    int stopLine = 0;     // the line that did not read as numbers
+    std::string stopText;
+    int linesAfter = 0;   // non-blank lines after the end of the read
+};
+
+// Non-blank lines left on the channel.
+int linesLeft(int channel) {
+    int count = 0;
+    std::string line;
+    while (unit::readRecord(channel, line) == 0)
+        if (R02LEN(withoutComment(line)) > 0) ++count;
+    return count;
+}
+
+// The free-form read of the data records, starting behind `firstLine` - 1
+// lines.  Records with an error of 0 are dropped when dropZeroErrors is set.
+ColumnRead readColumns(int channel, int firstLine, int nCols, bool sas, bool dropZeroErrors,
+                       int limit, double* c1, double* c2, double* c3) {
+    ColumnRead r;
+    int line = firstLine - 1;  // the line last fetched
+    int fetched = 0;           // non-blank lines fetched by one read
+    int readStart = 0;         // the first of them
+    std::string lastText;
+    ListReader reader([&](std::string& record) {
         const int status = unit::readRecord(channel, record);
         if (status == 0) {
+            ++line;
+            lastText = record;
             record = withoutComment(record);
             std::replace(record.begin(), record.end(), ';', ' ');
+            if (R02LEN(record) > 0 && fetched++ == 0) readStart = line;
         }
         return status;
     });
     std::vector<double> values(static_cast<size_t>(nCols));
-    int n = 0;
-    while (n < limit) {
+    while (r.n < limit) {
         std::fill(values.begin(), values.end(), 0.0);
-        if (reader.readReals(values.data(), nCols) != 0) break;
+        fetched = 0;
+        const int status = reader.readReals(values.data(), nCols);
+        if (status == LIST_BAD_ITEM) {
+            r.stopLine = line;
+            r.stopText = lastText;
+        }
+        if (status != 0) break;
+        if (fetched > 1 && r.shortLines++ == 0) r.firstShort = readStart;
         const double err = nCols >= 3 ? values[2] : 0.0;
-        if (!std::isfinite(values[0]) || !std::isfinite(values[1]) || !std::isfinite(err))
+        const bool finite = std::isfinite(values[0]) && std::isfinite(values[1]) && std::isfinite(err);
+        if (!finite || (sas && (values[0] < 0.0 || values[1] == 0.0))) {
+            ++r.dropped;
             continue;
-        if (sas && (values[0] < 0.0 || values[1] == 0.0)) continue;
+        }
         if (sas && nCols >= 3 && err == 0.0) {
-            ++zeroErrors;
+            ++r.zeroErrors;
             if (dropZeroErrors) continue;
         }
-        c1[n] = values[0];
-        c2[n] = values[1];
-        if (c3 != nullptr) c3[n] = err;
-        ++n;
+        c1[r.n] = values[0];
+        c2[r.n] = values[1];
+        if (c3 != nullptr) c3[r.n] = err;
+        ++r.n;
     }
-    return n;
+    if (r.n == limit || r.stopLine > 0) r.linesAfter = linesLeft(channel);
+    return r;
+}
+
+// One line for each way the read lost or invented points, behind the
+// rules' own messages: the curve is read as the rules say, and the user
+// learns what that did to it.
+void noteColumnRead(const ColumnRead& r, int nCols, int limit, const double* c1) {
+    const std::string tag = "LOADATF --W- ";
+    if (r.shortLines > 0)
+        I05MES(tag + std::to_string(r.shortLines) + " line(s) with fewer than " + std::to_string(nCols) +
+               " numbers, the first line " + std::to_string(r.firstShort) +
+               ": their missing values are taken from the next line.");
+    if (r.dropped > 0)
+        I05MES(tag + std::to_string(r.dropped) + " line(s) with s < 0, I = 0, an error of 0 or a value that is not finite are left out.");
+    if (r.stopLine > 0) {
+        std::string text = r.stopText.substr(0, static_cast<size_t>(std::max(R02LEN(r.stopText), 0)));
+        if (text.size() > 40) text = text.substr(0, 37) + "...";
+        I05MES(tag + "Line " + std::to_string(r.stopLine) + " \"" + text + "\" is not numbers: the read ends there, " +
+               std::to_string(r.linesAfter) + " non-blank line(s) after it are not read.");
+    } else if (r.n == limit && r.linesAfter > 0) {
+        I05MES(tag + "Only " + std::to_string(limit) + " points are read: the curve is cut at s = " +
+               shortNumber(c1[r.n - 1]) + ", " + std::to_string(r.linesAfter) + " line(s) after it are not read.");
+    }
 }
 
 void quotedMessage(std::string_view text, std::string_view name) {
@@ -158,24 +223,38 @@ void LOADATF(std::string_view mode, int channel, std::string_view name, std::str
     nCols = run.words;
     const int headerLines = (sas && run.start == 0) ? 1 : run.start;
     unit::rewind(channel);
-    headerLine(channel, headerLines, name, header);
-    int zeroErrors = 0;
-    n = readColumns(channel, nCols, sas, true, limit, col1, col2, col3, zeroErrors);
-    if (n == 0 && zeroErrors > 0) {
+    int numericHeader = 0;
+    const int firstNumeric = headerLine(channel, headerLines, name, header, numericHeader);
+    ColumnRead read = readColumns(channel, headerLines + 1, nCols, sas, true, limit, col1, col2, col3);
+    if (read.n == 0 && read.zeroErrors > 0) {
         // An error column of zeros only is a column of no errors: the
         // points are kept and their errors estimated by the caller.
         unit::rewind(channel);
-        headerLine(channel, headerLines, name, header);
-        n = readColumns(channel, nCols, sas, false, limit, col1, col2, col3, zeroErrors);
+        headerLine(channel, headerLines, name, header, numericHeader);
+        read = readColumns(channel, headerLines + 1, nCols, sas, false, limit, col1, col2, col3);
+    } else if (read.zeroErrors > 0) {
+        read.dropped += read.zeroErrors;  // points with an error of 0 are left out
     }
+    n = read.n;
     unit::close(channel);
     if (n == 0) {
         quotedMessage("LOADATF --E- Error I/O with ", name);
         status = -6;
         return;
     }
+    if (sas && run.start == 0) {
+        I05MES("LOADATF --W- No header line: the first data line is taken as the header, its point is not read.");
+    } else if (numericHeader > 0) {
+        I05MES("LOADATF --W- " + std::to_string(numericHeader) + " numeric line(s) before the data, the first line " +
+               std::to_string(firstNumeric) + ", are read as header.");
+    }
+    noteColumnRead(read, nCols, limit, col1);
     if (sortMode > 0 && n > 1) {
         const double tol = std::min(std::sqrt(X02RMDC(2)), 0.0001);
+        const int before = n;
         SORTMER(col1, col2, col3, n, nCols, tol, sortMode, status);
+        if (n < before)
+            I05MES("LOADATF --W- " + std::to_string(before - n) +
+                   " point(s) of nearly equal s are merged with their neighbours.");
     }
 }

@@ -53,6 +53,10 @@ struct CurveQuestions {
     void (*askInt2)(std::string_view prompt, int& first, int& last) = nullptr;
     // A file name into `name` (its size is kept); ext "" means no default.
     void (*askName)(std::string_view prompt, std::string_view ext, std::string& name) = nullptr;
+    // The last answer cannot make a curve (a file that does not read, a
+    // window or a fraction that leaves no points); `why` tells the reason.
+    // It is asked again.  At the terminal the reader's own message says it.
+    void (*refuse)(std::string_view why) = nullptr;
 };
 void setCurveQuestions(const CurveQuestions& questions);
 const CurveQuestions& curveQuestions();

@@ -36,6 +36,14 @@ void replaceInFilePart(std::string& name, size_t pos, std::string_view text) {
 
 bool inputEnded() { return unit::terminalInputEnded(); }
 
+// The last answer cannot make a curve: refused through the dialogue (the
+// rest of it then comes from the terminal), and asked again.  1, or -2 when
+// the terminal input has ended.
+int refuse(std::string_view why) {
+    curveQuestions().refuse(why);
+    return inputEnded() ? -2 : 1;
+}
+
 // Step 1 of the binary read: a window that a frame can hold.
 bool askChannels() {
     for (;;) {
@@ -46,12 +54,17 @@ bool askChannels() {
         if (first >= 1 && last >= first && last - first + 1 <= kMaxWindow) return true;
         I05MES("TAVREAD -E- First and last channels must satisfy 1 <= first <= last, "
                "with at most 1026 channels.");
-        if (inputEnded()) return false;
+        if (refuse("the channels do not make a window of 1 to 1026 channels.") < 0) return false;
     }
 }
 
 void refuseWindow() {
     I05MES("TAVREAD -E- The channels asked reach beyond the channels of the frame.");
+}
+
+std::string frameSetRefusal(int status) {
+    return status == -2 ? "the frames of this set do not hold the channels asked."
+                        : "no frame set can be read under this name.";
 }
 
 // The intensities name (step 6): asked, or offered again for a multi-frame set.
@@ -84,19 +97,19 @@ int readFrameSet() {
     int nFrames = -1;
     std::string axisName(60, ' ');
     curveQuestions().askName("Angular axis file name", "sax", axisName);
-    if (R02LEN(axisName) < 1) return inputEnded() ? -2 : 1;
+    if (R02LEN(axisName) < 1) return refuse("the name of the angular axis file is asked for.");
     replaceInFilePart(axisName, 4, "000");
     int status = TAVREAD(kFrameChannel, axisName, first, last, rawCurve.s, rawCurve.s,
                          fitCurve.title, frame, nFrames, param);
     if (status == -2) refuseWindow();
-    if (status != 0) return inputEnded() ? -2 : 1;
+    if (status != 0) return refuse(frameSetRefusal(status));
     const int n = last - first + 1;
     writeList(-1, " s(1), s(last) :", rawCurve.s[0], rawCurve.s[n - 1]);
     writeNameValue("Angular axis file", axisName, 57, ' ');
     write(6, "(' First and last channels read: ',2I10)", first, last);
 
     askIntensitiesName(frame);
-    if (R02LEN(intensitiesName) < 1) return inputEnded() ? -2 : 1;
+    if (R02LEN(intensitiesName) < 1) return refuse("the name of the intensities file is asked for.");
     std::string dataName = trimmed(intensitiesName);
     const size_t start = filePartStart(dataName);
     dataName = dataName.substr(0, std::min(dataName.size(), start + 3)) + "000.sub";
@@ -105,18 +118,24 @@ int readFrameSet() {
     status = TAVREAD(kFrameChannel, dataName, first, last, rawCurve.I, rawCurve.Err,
                      fitCurve.title, frame, nFrames, param);
     if (status == -2) refuseWindow();
-    if (status != 0) return inputEnded() ? -2 : 1;
+    if (status != 0) return refuse(frameSetRefusal(status));
     write(6, "(A)", "");
     writeList(6, " Data file \"" + dataName + "\", Frame ", frame);
     write(6, "(A)", "");
     rawCurve.n = n;
+    double eMin = 0.0;
+    double eMax = 0.0;
+    MINMAX(n, rawCurve.Err, eMin, eMax);
+    if (eMin == 0.0 && eMax == 0.0)
+        I05MES("TAVREAD --W- No errors in " + dataName + ": " + frameErrorsNote() +
+               "; all errors are eps, the weights uniform.");
     return 0;
 }
 
 // Format code 2.  0 read, 1 ask again, -2 input ended.
 int readTextFile() {
     curveQuestions().askName("Enter INTENSITY file name", "dat", fitCurve.dataName);
-    if (R02LEN(fitCurve.dataName) < 1) return inputEnded() ? -2 : 1;
+    if (R02LEN(fitCurve.dataName) < 1) return refuse("the name of the intensities file is asked for.");
     int n = 0;
     int nCols = 0;
     int status = 0;
@@ -124,21 +143,27 @@ int readTextFile() {
             rawCurve.Err, kMaxTextLines, n, nCols, 2, status);
     if (status < 0 || n < 2) {
         if (status >= 0) I05MES("LOADATF --E- Fewer than 2 data points in the file.");
-        return inputEnded() ? -2 : 1;
+        return refuse("the file holds no curve of 2 points or more.");
     }
     rawCurve.n = n;
-    if (nCols < 3) ERREST(n, rawCurve.s, rawCurve.I, rawCurve.Err);
+    double estimate = 0.0;
+    if (nCols < 3) estimate = ERREST(n, rawCurve.s, rawCurve.I, rawCurve.Err);
     for (int i = 0; i < n; ++i) rawCurve.Err[i] = std::fabs(rawCurve.Err[i]);
     double eMin = 0.0;
     double eMax = 0.0;
     MINMAX(n, rawCurve.Err, eMin, eMax);
-    if (eMax <= 0.0) ERREST(n, rawCurve.s, rawCurve.I, rawCurve.Err);
+    const bool zeroErrors = nCols >= 3 && eMax <= 0.0;
+    if (zeroErrors) estimate = ERREST(n, rawCurve.s, rawCurve.I, rawCurve.Err);
+    if ((nCols < 3 || zeroErrors) && estimate < 0.0)  // the flat errors
+        I05MES(std::string(zeroErrors ? "LOADATF --W- The errors are all 0" : "LOADATF --W- No error column") +
+               ", and no errors could be estimated from the scatter: errors are a flat 3 percent of I.");
     return 0;
 }
 
 }  // namespace
 
 int loadMeasuredCurve(int formatCode) {
+    fitCurve.nPts = 0;
     if (formatCode != 1 && formatCode != 2) return -1;
     for (;;) {
         rawCurve.n = 0;

@@ -1,5 +1,6 @@
 // Steps of the measured-curve input shared by its files: writeNameValue, setBaseName,
-// convertAngularUnits, askFraction, reduceCurve, makePositiveAndWeigh.
+// convertAngularUnits, askFraction, reduceCurve, makePositiveAndWeigh,
+// frameErrorsNote, shortNumber.
 #pragma once
 
 #include <string>
@@ -7,8 +8,6 @@
 #include <vector>
 
 #include "scatter/measured_curve.h"
-
-#include <string_view>
 
 // A name-and-value line on the terminal output.
 void writeNameValue(std::string_view left, std::string_view middle, int pos, char filler);
@@ -25,6 +24,11 @@ void reduceCurve(int count);
 void makePositiveAndWeigh();
 // The weights w = (1/Err) / sqrt(sum of (I/Err)^2) of fitCurve.
 void computeWeights();
+// Why the last data set read by TAVREAD gave no errors from an error frame
+// that counts (when its errors are all zero).
+const std::string& frameErrorsNote();
+// A number as a short text for the notes of the curve input.
+std::string shortNumber(double v);
 // The words of a reply or a data line, separated by blanks, tabs, commas
 // and semicolons.
 std::vector<std::string> separatedWords(std::string_view text);

@@ -2,8 +2,10 @@
 // files, the log header and rows, the picture and the result table on the terminal.
 #include "scatter/result_files.h"
 
+#include "core/console_layer.h"
 #include "core/e4dataset.h"
 #include "core/sysinf.h"
+#include "platform/edit_format.h"
 #include "platform/units.h"
 #include "scatter/answers_file.h"
 #include "scatter/fit_picture.h"
@@ -16,7 +18,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -25,10 +30,27 @@ constexpr int kTableChannel = 8;
 
 std::string trimmed(const std::string& s) { return s.substr(0, static_cast<std::size_t>(R02LEN(s))); }
 
-void openFile(int channel, const std::string& name, unit::Position position = unit::Position::AsIs) {
+// True when `name` is a file this fit reads: the curve or the answers file.
+bool isInputFile(const std::string& name) {
+    std::error_code ec;
+    for (const std::string& input : {trimmed(fitCurve.dataName), trimmed(FitSession.ansFile)}) {
+        if (!input.empty() && std::filesystem::equivalent(name, input, ec)) return true;
+    }
+    return false;
+}
+
+// Opens a result file; false, said by name, when it is an input of the fit
+// (never overwritten) or cannot be opened.
+bool openFile(int channel, const std::string& name, unit::Position position = unit::Position::AsIs) {
+    if (isInputFile(name)) {
+        I05MES("VARDENE --E- \"" + name + "\" is an input of this fit: it is not overwritten.");
+        return false;
+    }
     unit::OpenSpec spec{unit::Status::Unknown, unit::Access::Sequential, position};
     if (position == unit::Position::AsIs) spec.status = unit::Status::Replace;
-    unit::open(channel, name, spec);
+    if (unit::open(channel, name, spec) == 0) return true;
+    I05MES("VARDENE --E- Cannot write the result file \"" + name + "\".");
+    return false;
 }
 
 // The file name of a result: baseName with the extension, or the fixed
@@ -47,6 +69,17 @@ double phaseCurve(int j, int k) {
         case kPhaseEllipsoid: return ModelCurves.elpInt[j][k];
         default: return 0.0;
     }
+}
+
+// A number of the .csv file: E notation with 17 significant digits and no
+// blanks, which spreadsheets and plotting tools read as it stands.  An
+// exponent of three digits drops its letter in the E edit ("1.5-100"): the
+// letter is put back.
+std::string csvNumber(double v) {
+    std::string t = formatRecords("(1P,E24.16)", FmtItems{v}).text;
+    t = t.substr(t.find_first_not_of(' '));
+    if (t.find('E') == std::string::npos && std::isfinite(v)) t.insert(t.find_last_of("+-"), "E");
+    return t;
 }
 
 }  // namespace
@@ -90,7 +123,7 @@ void writePhaseRows(int channel, bool withSigma) {
 }
 
 void writeTestData() {
-    openFile(kTestChannel, "test.dat");
+    if (!openFile(kTestChannel, "test.dat")) return;
     writePhaseRows(kTestChannel, false);
     for (int k = 0; k < fitCurve.nPts; ++k)
         write(kTestChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], fitCurve.Err[k]);
@@ -98,7 +131,7 @@ void writeTestData() {
 }
 
 void writePamFile() {
-    openFile(kPamChannel, resultName(".pam"));
+    if (!openFile(kPamChannel, resultName(".pam"))) return;
     writePhaseRows(kPamChannel, false);
     for (int k = 0; k < fitCurve.nPts; ++k) {
         std::string line;
@@ -114,7 +147,7 @@ void writePamFile() {
 }
 
 void writeStrFile() {
-    openFile(kPamChannel, resultName(".str"));
+    if (!openFile(kPamChannel, resultName(".str"))) return;
     write(kPamChannel, "(2X,A3,F6.3,2F8.2)", fitCurve.dataName.substr(0, 3), strFacLast.etaLast,
           strFacLast.RhsLast, strFacLast.tauLast);
     const bool sphere = PhaseTable.nPhase > 0 && PhaseTable.phaseType[0] == kPhaseSphere;
@@ -124,7 +157,7 @@ void writeStrFile() {
 }
 
 void writeFitFile() {
-    openFile(kFitChannel, resultName(".fit"));
+    if (!openFile(kFitChannel, resultName(".fit"))) return;
     writePhaseRows(kFitChannel, true);
     for (int k = 0; k < fitCurve.nPts; ++k)
         write(kFitChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], ModelCurves.scaleB * ModelCurves.sumCurve[k]);
@@ -132,7 +165,7 @@ void writeFitFile() {
 }
 
 void writeLogHeader() {
-    openFile(kLogChannel, "vardene.log", unit::Position::Append);
+    if (!openFile(kLogChannel, "vardene.log", unit::Position::Append)) return;
     write(kLogChannel, "(1X,98('-'))");
     writeList(kLogChannel, padded("  " + trimmed(FitSession.seriesTitle), 62));
     writeList(kLogChannel, padded("  " + trimmed(FitSession.seriesComment), 62));
@@ -144,8 +177,34 @@ void writeLogHeader() {
 }
 
 void writeLogRows() {
-    openFile(kLogChannel, "vardene.log", unit::Position::Append);
-    writePhaseRows(kLogChannel, true);
+    if (openFile(kLogChannel, "vardene.log", unit::Position::Append)) writePhaseRows(kLogChannel, true);
+}
+
+void writeCsvFile() {
+    const std::string name = resultName(".csv");
+    if (!openFile(kFitChannel, name)) return;
+    // The phase columns are the phases' shares of the model, scaleB Vf I(j),
+    // so that they add up to the model column.
+    std::string header = "s,I,error,weight,model";
+    static const char* kTypeWord[] = {"", "SPH", "CYL", "DMB", "ELL"};
+    std::vector<int> phases;
+    for (int j = 0; j < std::min(PhaseTable.nPhase, kMaxPhases); ++j) {
+        const int type = PhaseTable.phaseType[static_cast<std::size_t>(j)];
+        if (type < kPhaseSphere || type > kPhaseEllipsoid) continue;
+        phases.push_back(j);
+        header += ",phase" + std::to_string(j + 1) + "_" + kTypeWord[type];
+    }
+    write(kFitChannel, "(A)", header);
+    const double b = ModelCurves.scaleB;
+    for (int k = 0; k < fitCurve.nPts; ++k) {
+        std::vector<double> row = {fitCurve.s[k], fitCurve.I[k], fitCurve.Err[k], fitCurve.w[k],
+                                   b * ModelCurves.sumCurve[k]};
+        for (int j : phases) row.push_back(b * PhaseTable.Vf[static_cast<std::size_t>(j)].value * phaseCurve(j, k));
+        std::string line;
+        for (double v : row) line += (line.empty() ? "" : ",") + csvNumber(v);
+        write(kFitChannel, "(A)", line);
+    }
+    unit::close(kFitChannel);
 }
 
 void closeLog() { unit::close(kLogChannel); }

@@ -1,4 +1,4 @@
-// Result files of the fit: phase rows, test.dat, .pam, .str, .fit, the log
+// Result files of the fit: phase rows, test.dat, .pam, .str, .fit, .csv, the log
 // vardene.log, the picture of the fit and the result table on the terminal.
 #pragma once
 
@@ -8,6 +8,10 @@ void writeTestData();
 void writePamFile();
 void writeStrFile();
 void writeFitFile();
+// <base>.csv (test.csv in a TEST run), with the .fit file: a header line
+// "s,I,error,weight,model,phase1_SPH,..." and one line per point of s, I,
+// Err, the weight, the scaled model and each phase's share of it.
+void writeCsvFile();
 // The header of the log, written on the first pass of the curve dialogue.
 void writeLogHeader();
 // The phase rows with sigmaFit appended to the log, which stays open.

@@ -108,8 +108,7 @@ bool readPhaseWord(int phase, std::string& word) {
         word.assign(kPhaseNameWidth, ' ');
         if (!readAnswerWord(word, "a phase word is asked for.")) return false;
         if (phaseTypeOf(word) != kPhaseNone) return true;
-        refuseAnswer(lastReplyOrigin(), word,
-                     "it names no phase type; enter SPHERE, CYLINDER, DUMBBELL or ELLIPSOID "
+        refuseAnswer("it names no phase type; enter SPHERE, CYLINDER, DUMBBELL or ELLIPSOID "
                      "for phase " + std::to_string(phase) + ".");
     }
 }
@@ -163,7 +162,7 @@ void readPhaseCount() {
             n = 0;
             break;
         }
-        refuseAnswer(lastReplyOrigin(), std::to_string(n), "1 to 10 phases can be described.");
+        refuseAnswer("1 to 10 phases can be described.");
         n = 0;
     }
     clearPhaseTable();

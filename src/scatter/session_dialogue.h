@@ -8,8 +8,10 @@ void runSessionPartA();
 
 // Steps B1 to B6, on every call with no evaluations counted: lays the phase
 // table out in x (nVar, iFixer, bounds, set flags), asks the format code,
-// reads the curve, and ends the first pass.
-void runSessionPartB(double* x);
+// reads the curve, and ends the first pass.  False when no curve was read
+// (the terminal input ended first) or there are no variables: nVar is then
+// 0 and the curve empty, so that nothing is fitted.
+bool runSessionPartB(double* x);
 
 // Step A1: the name of the answers file into FitSession.ansFile, from the
 // "/UC=name" key of the program's command line, "vardene.ans" without keys.

@@ -17,6 +17,7 @@
 #include "scatter/session_dialogue.h"
 
 #include <algorithm>
+#include <string>
 
 void modelPhasesOfTable(ModelPhase* phases, int& nPhase) {
     nPhase = std::clamp(PhaseTable.nPhase, 0, kMaxPhaseEntries);
@@ -43,13 +44,45 @@ void modelPhasesOfTable(ModelPhase* phases, int& nPhase) {
 
 namespace {
 
+// The region of the core-shell warning has been entered in this fit.
+bool coreShellWarned = false;
+
+// Core-shell spheres (and dumbbells) with a distribution of radii: the
+// radial integrand is A(R)^2 / ((V(R) - V(Rc)) roout + roin V(Rc)), the
+// form factor over the contrast-weighted volume.  While every radius of the
+// range [max(sqrt(eps), Rout - 3 dR), Rout + 3 dR] is above the core this
+// stays away from zero for contrasts of one sign; once the range reaches
+// below the core, Rc > Rout - 3 dR, radii R < Rc enter, and the denominator
+// vanishes at R^3 = Rc^3 (1 - roin/roout).  The misfit then has a pole that
+// a search can fall into.  Said once per fit, at the first point that
+// enters the region.
+void warnCoreShellRegion(const ModelPhase* phases, int nPhase) {
+    if (coreShellWarned) return;
+    for (int p = 0; p < nPhase; ++p) {
+        const ModelPhase& m = phases[p];
+        if (m.phaseType != kPhaseSphere && m.phaseType != kPhaseDumbbell) continue;
+        const ShellParticle& sh = m.shell;
+        if (sh.Rout == 0.0 || sh.dR / sh.Rout < 1e-6) continue;  // monodisperse
+        const double low = std::max(FitSession.sqrtEps, sh.Rout - 3.0 * sh.dR);
+        if (std::max(sh.Rin, 0.0) <= low) continue;
+        coreShellWarned = true;
+        I05MES("USERF ----W- Phase " + std::to_string(p + 1) + ": core radius Rin = " + shortNumber(sh.Rin) +
+               " above Rout - 3 dR = " + shortNumber(sh.Rout - 3.0 * sh.dR) +
+               "; the radial integrand may pass through a pole, check the fit there.");
+        return;
+    }
+}
+
 // The outputs of a call at a high message level.
 void writeResults(int level) {
     if (level >= 11) {
         writePamFile();
         writeStrFile();
     }
-    if (level >= 10) writeFitFile();
+    if (level >= 10) {
+        writeFitFile();
+        writeCsvFile();
+    }
     if (level >= 11) {
         writeLogRows();
         drawResultPicture();
@@ -96,8 +129,9 @@ double vardeneSessionCall(double* x) {
     if (E4DataSet.iStat(row::functionEvaluations) == 0) {
         const bool firstPass = FitSession.firstTime;
         if (firstPass) runSessionPartA();
-        runSessionPartB(x);
+        if (!runSessionPartB(x)) return 0.0;  // nothing to fit: nVar is 0
         if (firstPass) writeLogHeader();
+        coreShellWarned = false;
     }
     unpackParameters(x);
     if (E4DataSet.nVar() == 0 || fitCurve.nPts < 2) return 0.0;
@@ -105,6 +139,7 @@ double vardeneSessionCall(double* x) {
     ModelPhase phases[kMaxPhaseEntries];
     int nPhase = 0;
     modelPhasesOfTable(phases, nPhase);
+    warnCoreShellRegion(phases, nPhase);
     if (evaluateModel(phases, nPhase, FitSession.cSys, fitCurve.s, fitCurve.nPts) == kStrFacSubstituted)
         I05MES("USERF ----W- No physical structure factor of a SPHERE phase: factor 1 used.");
     // The volume fractions are kept in their normalized form, so that a

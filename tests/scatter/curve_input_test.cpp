@@ -148,6 +148,58 @@ TEST_F(CurveInputTest, MalformedTextFilesAreTold) {
     EXPECT_TRUE(said("LOADATF --E- Cannot open data file \"" + kData + "/no_such_curve.dat\"."));
 }
 
+// Where the reading rules lose or invent points, one line behind the
+// rules' own output says so; the rules themselves stay (each row's point
+// count is what they give).  Fraction 2 keeps every point read.
+TEST_F(CurveInputTest, LostOrInventedPointsAreToldInOneLine) {
+    struct Row {
+        const char* file;
+        const char* line;
+        int nPts;
+    };
+    const Row rows[] = {
+        {"curve_comment_inside.dat",
+         "LOADATF --W- Line 6 \"# detector 2 from here\" is not numbers: the read ends there, 3 "
+         "non-blank line(s) after it are not read.", 3},
+        // Line 5 takes its error from line 6, whose point is lost.
+        {"curve_short_line.dat",
+         "LOADATF --W- 1 line(s) with fewer than 3 numbers, the first line 5: their missing values "
+         "are taken from the next line.", 5},
+        // Lines 3 and 4 of the sample are numeric, but no run of three lines.
+        {"../../examples/sample-data/isis83404.txt",
+         "LOADATF --W- 2 numeric line(s) before the data, the first line 3, are read as header.", 61},
+        {"curve_first_numeric.dat",
+         "LOADATF --W- No header line: the first data line is taken as the header, its point is not read.", 4},
+        {"curve_sas_filter.dat",
+         "LOADATF --W- 3 line(s) with s < 0, I = 0, an error of 0 or a value that is not finite are left out.", 2},
+        {"curve_equal_s.dat", "LOADATF --W- 1 point(s) of nearly equal s are merged with their neighbours.", 3},
+        {"curve_negative.dat",
+         "VARDENE --W- 2 negative intensities, the first at s = 3.0000E-02, are taken as positive.", 5},
+        // Four points are too few for the smoothing: the flat errors.
+        {"curve_two_columns.dat",
+         "LOADATF --W- No error column, and no errors could be estimated from the scatter: errors are a "
+         "flat 3 percent of I.", 4},
+    };
+    for (const Row& row : rows) {
+        out_.str("");
+        resetMeasuredCurve();
+        replies(kData + "/" + row.file + "\n1\n2\n");
+        ASSERT_EQ(loadMeasuredCurve(2), 0) << row.file;
+        EXPECT_EQ(fitCurve.nPts, row.nPts) << row.file;
+        EXPECT_TRUE(said(std::string(" ") + row.line + "\n")) << row.file << "\n" << out_.str();
+    }
+    // The limit of lines (1024 in the dialogue) cuts the curve where it stands in the file.
+    int n = 3;
+    int nCols = 0;
+    int status = 0;
+    std::string header(80, ' ');
+    LOADATF("READ SAS", 2, kData + "/curve_descending.dat", header, rawCurve.s, rawCurve.I, rawCurve.Err,
+            kMaxTextLines, n, nCols, 2, status);
+    EXPECT_EQ(n, 3);
+    EXPECT_TRUE(said(" LOADATF --W- Only 3 points are read: the curve is cut at s = 2.0000E-02, 1 line(s) "
+                     "after it are not read.\n"));
+}
+
 TEST_F(CurveInputTest, BothFormatsOfTheSampleAgree) {
     replies(kSample + "isis83404.txt\n1\n1\n");
     ASSERT_EQ(loadMeasuredCurve(2), 0);
@@ -174,6 +226,9 @@ TEST_F(CurveInputTest, BothFormatsOfTheSampleAgree) {
     replies("1 121\n" + kSample + "Z83000.sax\n" + kSample + "Z83000.sub\n1\n1\n");
     ASSERT_EQ(loadMeasuredCurve(1), 0);
     EXPECT_EQ(rawCurve.Err[0], 0.0);
+    EXPECT_TRUE(said(" TAVREAD --W- No errors in " + kSample + "Z83000.sub: Z83002.I1D is named as its parameter "
+                     "file (header lines 5 and 6), not as its error file (lines 7 and 8); all errors are eps, "
+                     "the weights uniform.\n"));
     EXPECT_EQ(fitCurve.Err[0], X02RMDC(2));  // no errors: all at the floor
     EXPECT_EQ(fitCurve.Err[59], X02RMDC(2));
 }

@@ -1,5 +1,5 @@
 // The result files of the fit written from a fixed model and curve, whole and
-// byte for byte: .pam, .str, .fit, the log, the table on the terminal, the
+// byte for byte: .pam, .str, .fit, .csv, the log, the table on the terminal, the
 // picture beside them, and the fixed names of a TEST run.
 #include "monitor/monitor.h"
 #include "platform/units.h"
@@ -11,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -145,6 +146,36 @@ TEST_F(ResultFilesTest, FitHoldsRowsWithSigmaAndTheScaledModel) {
     EXPECT_EQ(text("fixed.fit"), kRowsWithSigma +
                                      "  0.1000000D-01  0.1000000D+03  0.1000000D+03\n"
                                      "  0.2000000D-01  0.5000000D+02  0.5000000D+02\n");
+}
+
+// The .csv file: named columns, then s, I, Err, w, the scaled model and
+// each typed phase's share scaleB Vf I(j), 17 digits in E notation (here
+// from the C library's %.16E).
+TEST_F(ResultFilesTest, CsvHoldsNamedColumnsInPlainENotation) {
+    fitCurve.Err[0] = 2.5, fitCurve.Err[1] = 0.125;
+    fitCurve.w[0] = 0.3, fitCurve.w[1] = -7e-300;  // an exponent of three digits
+    auto e = [](double v) {
+        char buf[40];
+        std::snprintf(buf, sizeof buf, "%.16E", v);
+        return std::string(buf);
+    };
+    std::string expected = "s,I,error,weight,model,phase1_CYL,phase2_SPH,phase3_DMB,phase4_ELL\n";
+    const double vf[4] = {0.4, 0.126, 0.2, 0.174};
+    const double phase[2][4] = {{2.5, 1000, -3, 12345.678}, {1.25, 0.001, 0, 7}};
+    for (int k = 0; k < 2; ++k) {
+        expected += e(fitCurve.s[k]) + "," + e(fitCurve.I[k]) + "," + e(fitCurve.Err[k]) + "," + e(fitCurve.w[k]) +
+                    "," + e(2.5 * ModelCurves.sumCurve[k]);
+        for (int j = 0; j < 4; ++j) expected += "," + e(2.5 * vf[j] * phase[k][j]);
+        expected += "\n";
+    }
+    writeCsvFile();
+    EXPECT_EQ(text("fixed.csv"), expected);
+    // A curve that is itself named fixed.csv is an input: it stays as it is.
+    std::ofstream("fixed.csv") << "0.01 100 2.5\n";
+    fitCurve.dataName = "fixed.csv";
+    writeCsvFile();
+    EXPECT_EQ(text("fixed.csv"), "0.01 100 2.5\n");
+    EXPECT_EQ(out.str(), " VARDENE --E- \"fixed.csv\" is an input of this fit: it is not overwritten.\n");
 }
 
 TEST_F(ResultFilesTest, LogHeaderOnceThenOneSetOfRowsPerCall) {

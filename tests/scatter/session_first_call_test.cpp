@@ -56,20 +56,6 @@ TEST_F(SessionTest, FirstCallRunsBothPartsAndASecondPassAsksAtTheTerminal) {
     EXPECT_EQ(fitCurve.nPts, 4);  // s below 0.05
 }
 
-TEST_F(SessionTest, FormatCodeOtherThanOneOrTwoIsRefused) {
-    const std::string curve = writeFile("c.dat", curveText());
-    answers(kPhases + "3\n");
-    std::vector<double> x(kMaxVar, 0.0);
-    const std::string out =
-        withTerminal("2\n" + curve + "\n1\n1.0\n", [&] { vardeneSessionCall(x.data()); });
-    EXPECT_NE(out.find(" USERF ----E- Answer \"3\" of the answers file refused: the format code is "
-                       "1 (TAVLO) or 2 (ASCII).\n"),
-              std::string::npos)
-        << out;
-    EXPECT_EQ(FitSession.formatCode, 2);
-    EXPECT_EQ(fitCurve.nPts, 9);
-}
-
 TEST_F(SessionTest, LaterCallsOnlyUnpackAndEvaluate) {
     const std::string curve = writeFile("c.dat", curveText());
     answers(kPhases + "2\n" + curve + "\n1\n1.0\n");
@@ -98,4 +84,77 @@ TEST_F(SessionTest, UnphysicalStructureFactorWarnsOncePerEvaluation) {
     ASSERT_NE(at, std::string::npos) << out;
     EXPECT_EQ(out.find(warning, at + 1), std::string::npos);
     EXPECT_TRUE(std::isfinite(f));
+}
+
+// One refused answer of the answers file sends the rest of the dialogue to
+// the terminal, whatever the question: the file's later lines, written for
+// the questions after an accepted answer, are never taken for other
+// questions (no "1" or "0.5" tried as a file name).
+TEST_F(SessionTest, RefusedAnswerSendsTheRestOfTheDialogueToTheTerminal) {
+    const std::string curve = writeFile("c.dat", curveText());
+    const std::string notes = writeFile("notes.dat", "No numbers\nin this file\n");
+    const std::string sample = std::string(ZEMOK_SOURCE_DIR) + "/examples/sample-data/";
+    const std::string ell = "ELLIPSOID\n0.3 0.2 0.4\n70 60 80\n1.5 1.1 3\n";
+    const std::string head = "Series\nComment\nEXPERIMENT\n1\n0.0\n";
+    struct Row {
+        std::string answers, terminal, refused;
+        int nPts;
+    };
+    const Row rows[] = {
+        {head + ell + "2\n" + notes + "\n1\n0.5\n", curve + "\n1\n1.0\n", notes, 9},  // a name
+        {head + ell + "2\n" + curve + "\n1\n0\n0.5\n", "1.0\n", "0", 9},               // a number
+        {head + ell + "3\n2\n" + curve + "\n1\n0.5\n", "2\n" + curve + "\n1\n1.0\n", "3", 9},  // a format code
+        {head + "sphere\n" + ell.substr(10) + "2\n" + curve + "\n1\n0.5\n",               // a word
+         ell + "2\n" + curve + "\n1\n1.0\n", "sphere", 9},
+        // The axis name of a frame set (its header question comes at the terminal).
+        {head + ell + "1\n1 121\n" + dir.string() + "/none.sax\n" + sample + "Z84000.sub\n\n1\n0.5\n",
+         "\n1 121\n" + sample + "Z83000.sax\n" + sample + "Z84000.sub\n\n1\n1.0\n", dir.string() + "/none.sax", 60},
+    };
+    for (const Row& row : rows) {
+        resetProgramState();
+        resetFitSession();
+        resetMeasuredCurve();
+        answers(row.answers);
+        std::vector<double> x(kMaxVar, 0.0);
+        const std::string out = withTerminal(row.terminal, [&] { vardeneSessionCall(x.data()); });
+        EXPECT_NE(out.find(" USERF ----E- Answer \"" + row.refused + "\" of the answers file refused: "),
+                  std::string::npos) << out;
+        EXPECT_EQ(out.find("Cannot open"), std::string::npos) << out;
+        EXPECT_FALSE(answersActive());
+        EXPECT_EQ(E4DataSet.nVar(), 3) << row.refused;
+        EXPECT_EQ(fitCurve.nPts, row.nPts) << row.refused;
+        resetAnswersFile();
+    }
+    // When the terminal input ends before a curve is read, nothing is left
+    // to fit: nVar is 0, so that the monitor does not select the problem.
+    answers(rows[0].answers);
+    std::vector<double> x(kMaxVar, 0.0);
+    double f = -1.0;
+    const std::string out = withTerminal("", [&] { f = vardeneSessionCall(x.data()); });
+    EXPECT_NE(out.find(" USERF ----E- No curve was read: there is nothing to fit, the problem is not set up.\n"),
+              std::string::npos) << out;
+    EXPECT_EQ(E4DataSet.nVar(), 0);
+    EXPECT_EQ(fitCurve.nPts, 0);
+    EXPECT_EQ(f, 0.0);
+}
+
+// A core radius above the low end of the radius range, Rin > Rout - 3 dR,
+// is warned of once per fit: at the first point of the search that enters
+// the region, and again when a new fit starts inside it.
+TEST_F(SessionTest, CoreReachingIntoTheRadiusRangeIsWarnedOncePerFit) {
+    const std::string curve = writeFile("c.dat", curveText());
+    answers("Series\nComment\nEXPERIMENT\n1\n0.0\nSPHERE\n1 1 1\n30 30 30\n2 2 2\n50 40 60\n1 1 1\n"
+            "5 1 10\n55 0 100\n2\n0 0 0\n2\n" + curve + "\n1\n1.0\n");
+    std::vector<double> x(kMaxVar, 0.0);
+    auto evaluate = [&](int count) {
+        E4DataSet.iStat(row::functionEvaluations) = count;
+        return withTerminal("2\n" + curve + "\n1\n1.0\n", [&] { vardeneSessionCall(x.data()); });
+    };
+    const std::string warning = " USERF ----W- Phase 1: core radius Rin = 30.00 above Rout - 3 dR = 26.00; "
+                                "the radial integrand may pass through a pole, check the fit there.\n";
+    EXPECT_EQ(evaluate(0).find("----W-"), std::string::npos);  // 30 is below 50 - 15
+    x[5] = 8.0;                                                 // dR: the range now starts at 26
+    EXPECT_EQ(evaluate(1), warning);
+    EXPECT_EQ(evaluate(2), "");
+    EXPECT_NE(evaluate(0).find(warning), std::string::npos);  // a new fit, starting at dR 8
 }

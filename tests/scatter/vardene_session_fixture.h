@@ -31,10 +31,14 @@ protected:
               ("s2_" + std::to_string(::getpid()) + "_" + std::to_string(++serial));
         std::filesystem::remove_all(dir);
         std::filesystem::create_directories(dir);
+        // The log and the result files of the fit are written beside the test.
+        home = std::filesystem::current_path();
+        std::filesystem::current_path(dir);
     }
     void TearDown() override {
         resetAnswersFile();
         unit::resetUnits();
+        std::filesystem::current_path(home);
         std::filesystem::remove_all(dir);
     }
     // Writes a file into the folder; returns its path.
@@ -57,7 +61,7 @@ protected:
         unit::resetTerminal();
         return out.str();
     }
-    std::filesystem::path dir;
+    std::filesystem::path dir, home;
 };
 
 // Phase descriptions in the answers file's layout, one row a line.

@@ -146,21 +146,6 @@ TEST_F(SessionTest, UnpackingWritesValuesAndKeepsBounds) {
     EXPECT_DOUBLE_EQ(PhaseTable.Rin[0].value, 0.0);
 }
 
-TEST_F(SessionTest, LowerCasePhaseWordIsRefusedAndAskedAtTheTerminal) {
-    // The rows behind the refused word are not read: the terminal gives the phase.
-    answers(head(1) + "sphere\n1 0 2\n");
-    const std::string out = withTerminal(kDumbbellRows, [] { runSessionPartA(); });
-    EXPECT_NE(out.find(" USERF ----E- Answer \"sphere\" of the answers file refused: it names no "
-                       "phase type; enter SPHERE, CYLINDER, DUMBBELL or ELLIPSOID for phase 1.\n"),
-              std::string::npos)
-        << out;
-    EXPECT_NE(out.find("The dialogue goes on at the terminal."), std::string::npos);
-    EXPECT_FALSE(answersActive());
-    ASSERT_EQ(PhaseTable.nPhase, 1);
-    EXPECT_EQ(PhaseTable.phaseType[0], kPhaseDumbbell);
-    EXPECT_EQ(layoutParameters(layout().data()), 6);
-}
-
 TEST_F(SessionTest, LowerCaseWordAtTheTerminalIsAskedAgain) {
     splitCommandLine("/NOANS");
     const std::string input = head(1) + "ellipsoid\n" + kEllipsoidRows;
