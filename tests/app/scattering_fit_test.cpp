@@ -138,4 +138,42 @@ TEST(ScatteringFit, FirstValueMatchesAnIndependentCalculation) {
     EXPECT_NEAR(value, f, 1e-12 * f) << run.out;
 }
 
+// The measured-like example as README runs it: a header with a "#" line,
+// a "!" comment line inside the data, four columns, q in 1/nm.  The core
+// radius, the outer radius and the width come back from 16, 34 and 3 to
+// the 20, 40 and 4 of the curve, which an independent Python model made.
+TEST(ScatteringFit, MeasuredLikeCoreShellExampleIsFittedByItsInstructions) {
+    std::string dir = freshFolder("coreshell");
+    for (const char* f : {"coreshell.dat", "coreshell.ans", "free.inp", "fit.cmd"})
+        writeFile(dir + "/" + f, example(std::string("measured/") + f));
+    ZemokRun run = runZemok("", {"/C=fit.cmd", "/UC=coreshell.ans"}, dir);
+    EXPECT_EQ(run.exitCode, 0);
+    EXPECT_EQ(run.out.find("--W-"), std::string::npos) << run.out;  // no point lost or invented
+    EXPECT_NE(run.out.find(" Angular units multiplied by : 0.1000000\n"), std::string::npos) << run.out;
+    std::vector<double> x = finalPoint(run.out);
+    ASSERT_EQ(x.size(), 8u) << run.out;
+    EXPECT_NEAR(x[1], 20.0, 0.5);
+    EXPECT_NEAR(x[3], 40.0, 0.5);
+    EXPECT_NEAR(x[5], 4.0, 0.2);
+    EXPECT_EQ(fileText(dir + "/coreshell.csv").substr(0, 39), "s,I,error,weight,model,phase1_SPH\n1.100");
+}
+
+// A curve file that is refused, and then the end of the input: there is
+// nothing to fit, so PROBLEM,USER fails, RUN never searches (no "perfect
+// fit" of an empty curve) and the auto session ends with status 1.
+TEST(ScatteringFit, RefusedCurveAndEndedInputFailTheProblemInAutoMode) {
+    std::string dir = freshFolder("refused");
+    writeFile(dir + "/notes.dat", "Sample notes\nno numbers here\n");
+    writeFile(dir + "/run.ans", "S\nC\nEXPERIMENT\n1\n0.0\nELLIPSOID\n1 1 1\n40 30 50\n1 1 1\n2\nnotes.dat\n1\n1.0\n");
+    writeFile(dir + "/zemok.cmd", "PROBLEM,USER\nMETHOD,N-M\nRUN\nEXIT\n");
+    writeFile(dir + "/zemok.inp", "\n");
+    ZemokRun run = runZemok("MODE,AUTO\n", {"/UC=run.ans"}, dir);
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.out.find(" USERF ----E- No curve was read: there is nothing to fit, the problem is not set up.\n"),
+              std::string::npos) << run.out;
+    EXPECT_NE(run.out.find(" COMMAND \"PROBLEM,USER\" WAS FAILED TO EXECUTE\n"), std::string::npos);
+    EXPECT_EQ(run.out.find("-dimensional user's problem"), std::string::npos);
+    EXPECT_EQ(run.out.find("convergence"), std::string::npos);
+}
+
 }  // namespace
