@@ -136,13 +136,16 @@ int close(int u, bool deleteFile) {
     Channel* c = fileChannel(u);
     if (!c) return 0;  // closing an unconnected channel is no error
     if (c->openRecord) std::fputc('\n', c->file);
-    std::fclose(c->file);
+    // What was written reaches the file at the latest here: a full disk
+    // shows as an error of the stream or of the close.
+    bool failed = std::ferror(c->file) != 0;
+    if (std::fclose(c->file) != 0) failed = true;
     std::string name = c->name;
     bool scratch = c->spec.status == Status::Scratch;
     table().erase(u);
     std::error_code ec;
     if (deleteFile || scratch) std::filesystem::remove(name, ec);
-    return 0;
+    return failed ? IOERR_WRITE : 0;
 }
 
 int rewind(int u) {

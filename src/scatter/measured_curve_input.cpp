@@ -87,6 +87,24 @@ void askIntensitiesName(int& frame) {
     frame = 0;
 }
 
+// Points of a frame whose s, intensity or error is not a finite number
+// (NaN or infinity in the binary file) are dropped, as the text reader drops
+// such lines, and their number is said.  Returns the points kept.
+int dropNonFinitePoints(int n, const std::string& dataName) {
+    int kept = 0;
+    for (int i = 0; i < n; ++i) {
+        if (!std::isfinite(rawCurve.s[i]) || !std::isfinite(rawCurve.I[i]) || !std::isfinite(rawCurve.Err[i])) continue;
+        rawCurve.s[kept] = rawCurve.s[i];
+        rawCurve.I[kept] = rawCurve.I[i];
+        rawCurve.Err[kept] = rawCurve.Err[i];
+        ++kept;
+    }
+    if (kept < n)
+        I05MES("TAVREAD --W- " + std::to_string(n - kept) + " of " + std::to_string(n) + " points of " + dataName +
+               " are not finite numbers (NaN or infinity) and are dropped.");
+    return kept;
+}
+
 // Format code 1.  0 read, 1 ask again, -2 input ended.
 int readFrameSet() {
     if (!askChannels()) return -2;
@@ -122,10 +140,11 @@ int readFrameSet() {
     write(6, "(A)", "");
     writeList(6, " Data file \"" + dataName + "\", Frame ", frame);
     write(6, "(A)", "");
-    rawCurve.n = n;
+    rawCurve.n = dropNonFinitePoints(n, dataName);
+    if (rawCurve.n < 2) return refuse("the frame holds fewer than 2 points with finite values.");
     double eMin = 0.0;
     double eMax = 0.0;
-    MINMAX(n, rawCurve.Err, eMin, eMax);
+    MINMAX(rawCurve.n, rawCurve.Err, eMin, eMax);
     if (eMin == 0.0 && eMax == 0.0)
         I05MES("TAVREAD --W- No errors in " + dataName + ": " + frameErrorsNote() +
                "; all errors are eps, the weights uniform.");

@@ -53,6 +53,12 @@ bool openFile(int channel, const std::string& name, unit::Position position = un
     return false;
 }
 
+// Closes a result file; a write that failed (a full disk) is said by name.
+void closeResult(int channel, const std::string& name) {
+    const int st = unit::close(channel);
+    if (st != 0) I05MES("VARDENE --E- Writing the result file \"" + name + "\" failed: " + unit::ioText(st));
+}
+
 // The file name of a result: baseName with the extension, or the fixed
 // test name in a TEST run.
 std::string resultName(const char* extension) {
@@ -127,7 +133,7 @@ void writeTestData() {
     writePhaseRows(kTestChannel, false);
     for (int k = 0; k < fitCurve.nPts; ++k)
         write(kTestChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], fitCurve.Err[k]);
-    unit::close(kTestChannel);
+    closeResult(kTestChannel, "test.dat");
 }
 
 void writePamFile() {
@@ -143,7 +149,7 @@ void writePamFile() {
         }
         write(kPamChannel, "(1X,A)", padded(line, 256));  // the whole field, cut or blank-filled
     }
-    unit::close(kPamChannel);
+    closeResult(kPamChannel, resultName(".pam"));
 }
 
 void writeStrFile() {
@@ -153,7 +159,7 @@ void writeStrFile() {
     const bool sphere = PhaseTable.nPhase > 0 && PhaseTable.phaseType[0] == kPhaseSphere;
     for (int k = 0; k < fitCurve.nPts; ++k)
         write(kPamChannel, "(3(1P,G15.7))", fitCurve.s[k], sphere ? ModelCurves.strFac[0][k] : 0.0);
-    unit::close(kPamChannel);
+    closeResult(kPamChannel, resultName(".str"));
 }
 
 void writeFitFile() {
@@ -161,7 +167,7 @@ void writeFitFile() {
     writePhaseRows(kFitChannel, true);
     for (int k = 0; k < fitCurve.nPts; ++k)
         write(kFitChannel, "(3D15.7)", fitCurve.s[k], fitCurve.I[k], ModelCurves.scaleB * ModelCurves.sumCurve[k]);
-    unit::close(kFitChannel);
+    closeResult(kFitChannel, resultName(".fit"));
 }
 
 void writeLogHeader() {
@@ -173,7 +179,7 @@ void writeLogHeader() {
     nameValueLineReal(kLogChannel, "Water  concentration", FitSession.cSys, 60, '.', 1, 3, 1);
     write(kLogChannel, "(A)", " Name   Parameters of phase");
     write(kLogChannel, "(1X,98('-'))");
-    unit::close(kLogChannel);
+    closeResult(kLogChannel, "vardene.log");
 }
 
 void writeLogRows() {
@@ -204,15 +210,20 @@ void writeCsvFile() {
         for (double v : row) line += (line.empty() ? "" : ",") + csvNumber(v);
         write(kFitChannel, "(A)", line);
     }
-    unit::close(kFitChannel);
+    closeResult(kFitChannel, name);
 }
 
-void closeLog() { unit::close(kLogChannel); }
+void closeLog() {
+    if (unit::isOpen(kLogChannel)) closeResult(kLogChannel, "vardene.log");
+}
 
 void showResultTable() {
     const int out = sysinf.outUnit;
     write(out, "(A)", " Comp     Vf       Rin     roin     Rout     roout     dR");
-    unit::open(kTableChannel, resultName(".fit"), unit::OpenSpec{unit::Status::Old});
+    unit::OpenSpec spec{unit::Status::Old};
+    spec.action = unit::Action::Read;
+    if (unit::open(kTableChannel, resultName(".fit"), spec) != 0)
+        I05MES("VARDENE --E- The result table cannot be read from \"" + resultName(".fit") + "\".");
     std::string row;
     for (int p = 0; p < PhaseTable.nPhase && unit::readRecord(kTableChannel, row) == 0; ++p)
         write(out, "(A72)", padded(row, 128));  // read into a field of 128 characters
@@ -241,3 +252,5 @@ void drawResultPicture() {
     DrawFitPicture(nPts, fitCurve.s, fitCurve.I, fitted.data(), nPhase, phaseI.data(), phaseType.data(),
                    resultName(""));
 }
+
+std::string resultFileName(const char* extension) { return resultName(extension); }

@@ -2,6 +2,8 @@
 // vardene.log, the picture of the fit and the result table on the terminal.
 #pragma once
 
+#include <string>
+
 // One row per phase in its edit notation, with sigmaFit at the end when asked.
 void writePhaseRows(int channel, bool withSigma);
 void writeTestData();
@@ -22,3 +24,6 @@ void closeLog();
 void drawResultPicture();
 // The heading and the first 72 characters of the phase rows of the .fit file.
 void showResultTable();
+// The name of a result file: the base name of the curve's file (test in a
+// TEST run) followed by the extension.
+std::string resultFileName(const char* extension);

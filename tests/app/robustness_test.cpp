@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sys/stat.h>
 #include <vector>
 
@@ -14,9 +15,12 @@ namespace {
 struct Row {
     const char* what;
     std::string input;
-    std::vector<std::pair<std::string, std::string>> files;  // name, contents
+    // name, contents; "source:path" copies a file of the source tree,
+    // "->target" makes a symbolic link
+    std::vector<std::pair<std::string, std::string>> files;
     std::vector<std::string> shown;                           // lines that must appear
     int exitCode;
+    std::vector<std::string> args = {};
 };
 
 // Interactive start of Rosenbrock's problem: the questions of its first
@@ -70,6 +74,11 @@ std::vector<Row> rows() {
         {"a missing help file is named", "HELP\n", {}, {" Z1OPN1 ----- Current file name: \"zemok.hlp\"\n"}, 0},
         {"automatic mode without its data file", "MODE,AUTO\n", {{"zemok.cmd", "TIME\n"}},
          {" MODE -E- Automatic mode needs the data file \"zemok.inp\".\n"}, 1},
+        {"a result file that cannot be written", "PROBLEM,USER\nMESSAGE,10\nEVALUATE\n",
+         {{"synsphere.dat", "source:examples/synthetic/synsphere.dat"},
+          {"vardene.ans", "source:examples/synthetic/vardene.ans"},
+          {"synsphere.fit", "->/dev/full"}},
+         {" VARDENE --E- Writing the result file \"synsphere.fit\" failed: write error\n"}, 0, {"/UC=vardene.ans"}},
         {"EVALUATE,F,E asks for the message level", kRosenbrock + "MESSAGE,5\nEVALUATE,F,E\nN\n", {},
          {" Message level is equal to  5\n"}, 0},
     };
@@ -78,9 +87,17 @@ std::vector<Row> rows() {
 TEST(Robustness, SessionsEndWithAMessageThatNamesTheCause) {
     for (const Row& row : rows()) {
         TempFolder folder;
-        for (const auto& [name, text] : row.files) writeFile(folder / name, text);
+        for (const auto& [name, text] : row.files) {
+            if (text.rfind("->", 0) == 0) {
+                std::filesystem::create_symlink(text.substr(2), folder / name);
+            } else {
+                writeFile(folder / name, text.rfind("source:", 0) == 0
+                                             ? fileText(std::string(ZEMOK_SOURCE_DIR) + "/" + text.substr(7))
+                                             : text);
+            }
+        }
         chmod((folder / "ro.txt").c_str(), 0444);
-        const BoundedRun run = runBounded(folder.path(), row.input, {}, 20.0, 1u << 20, true);
+        const BoundedRun run = runBounded(folder.path(), row.input, row.args, 20.0, 1u << 20, true);
         ASSERT_FALSE(run.timedOut || run.tooMuch) << row.what << "\n" << run.out.substr(0, 3000);
         for (const std::string& line : row.shown)
             EXPECT_NE(run.out.find(line), std::string::npos) << row.what << ": " << line << "\n" << run.out;

@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <limits>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -231,6 +232,25 @@ TEST_F(CurveInputTest, BothFormatsOfTheSampleAgree) {
                      "the weights uniform.\n"));
     EXPECT_EQ(fitCurve.Err[0], X02RMDC(2));  // no errors: all at the floor
     EXPECT_EQ(fitCurve.Err[59], X02RMDC(2));
+}
+
+// NaN and infinity in a binary frame set are dropped as the text reader
+// drops such lines, and counted in one line.
+TEST_F(CurveInputTest, FramePointsThatAreNotFiniteAreDroppedAndCounted) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float inf = std::numeric_limits<float>::infinity();
+    writeHeader("N10000.sax", 5, 1, "N10001.DAT");
+    writeFrames("N10001.DAT", {{0.01f, 0.02f, 0.03f, 0.04f, 0.05f}});
+    writeHeader("N20000.sub", 5, 2, "N20001.DAT");
+    writeFrames("N20001.DAT", {{10, nan, 30, 40, 50}, {1, 2, 3, inf, 5}});
+    replies("1 5\n" + path("N10000.sax") + "\n" + path("N20000.sub") + "\n1\n1\n");
+    ASSERT_EQ(loadMeasuredCurve(1), 0);
+    ASSERT_EQ(rawCurve.n, 3);
+    EXPECT_EQ(rawCurve.I[1], 30.0);
+    EXPECT_EQ(rawCurve.I[2], 50.0);
+    EXPECT_TRUE(said(" TAVREAD --W- 2 of 5 points of " + path("N20000.sub") +
+                     " are not finite numbers (NaN or infinity) and are dropped.\n"))
+        << out_.str();
 }
 
 TEST_F(CurveInputTest, ZeroErrorsAreEstimated) {
