@@ -1,8 +1,9 @@
 // The commands RUN, CONTINUE and EVALUATE: their stack passes with guards,
 // the warnings about the limits, the call of the minimizer, and the
-// function, noise and tolerance estimates at the end point.
+// function, noise, tolerance, gradient and Hessian estimates at the end point.
 #include "monitor/command_words.h"
 
+#include "methods/hessian_differences.h"
 #include "methods/method_table.h"
 #include "core/console_layer.h"
 #include "core/e4dataset.h"
@@ -12,6 +13,7 @@
 #include "objective/gradient.h"
 #include "objective/target_function.h"
 #include "platform/units.h"
+#include "textfile/prompts.h"
 
 namespace {
 
@@ -130,8 +132,31 @@ bool gradientForm(MonitorState& m, Outcome& out) {
     return true;
 }
 
-// EVALUATE,F..., EVALUATE,A... and EVALUATE,G...; returns false when the
-// words changed.
+// EVALUATE,HES...[,I...]: the Hessian from differences at the end point,
+// handed to the user's problem, and with I the diagonal of its inverse.
+Outcome hessianForm(MonitorState& m) {
+    E4DataSetRecord& d = E4DataSet;
+    const int level = d.iStat(row::messageLevel);
+    if (level < 4) d.iStat(row::messageLevel) = 3;
+    int status = 0;
+    E04HES4(d.xEnd.data(), d.fEnd, d.finDif.data(), status, "E4MON1");
+    if (level < 3) d.iStat(row::messageLevel) = level;
+    if (status < 0) return incomplete(m);
+    if (d.iStat(row::problemCode) >= 20) passHessianToUserProblem();
+    if (firstLetter(m, 3) != 'I') return Outcome::Done;
+    const int u = writerChannel(sysinf.dwUnit);
+    Vec1<double, kMaxVar> diagonal;
+    if (!inverseHessianDiagonal(diagonal.data())) {
+        write(u, "(1X,A)", "ZEMOK -W- Incomplete Hessian rank.");
+        return Outcome::Done;
+    }
+    write(u, "(1X,A)", "Inverse Hessian diagonal:");
+    I05WMD1(u, diagonal.data(), d.nVar());
+    return Outcome::Done;
+}
+
+// EVALUATE,F..., EVALUATE,A..., EVALUATE,G... and EVALUATE,HES...; returns
+// false when the words changed.
 bool evaluateForm(MonitorState& m, Outcome& out) {
     E4DataSetRecord& d = E4DataSet;
     char a = firstLetter(m, 2), b = firstLetter(m, 3);
@@ -166,8 +191,10 @@ bool evaluateForm(MonitorState& m, Outcome& out) {
         return true;
     } else if (a == 'G') {
         return gradientForm(m, out);
+    } else if (wordBegins(m, 2, "HES")) {
+        out = hessianForm(m);
+        return true;
     } else {
-        // The Hessian forms are not built.
         out = illegalCommand(m);
         return true;
     }
