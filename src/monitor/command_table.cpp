@@ -6,6 +6,7 @@
 #include "core/e4dataset.h"
 #include "monitor/load_check.h"
 #include "monitor/monitor_state.h"
+#include "monitor/section.h"
 #include "core/sysinf.h"
 #include "platform/units.h"
 
@@ -62,7 +63,8 @@ const std::vector<CommandEntry>& commandTable() {
         {"REC", E4CmdRecover},  {"T-M", E4CmdTMode},
         {"@", E4CmdSystem},     {"TI", E4CmdTime},     {"DA", E4CmdTime},
         {"MES", E4CmdMessage},  {"SET", E4CmdSet},     {"STE", E4CmdStep},
-        {"EV", E4CmdEvaluate},  {"RES", E4CmdReset},   {"RU", E4CmdRun},
+        {"EV", E4CmdEvaluate},  {"SEC", E4CmdSection}, {"RES", E4CmdReset},
+        {"RU", E4CmdRun},
         {"CO", E4CmdContinue},  {"CH", E4CmdCheck},    {"EX", E4CmdExit},
     };
     return table;

@@ -45,7 +45,9 @@ void fillCurve(int c, int nPts, const double* s, const double* values) {
     }
 }
 
-void openPicture(std::string_view baseName) {
+}  // namespace
+
+void OpenPicture(std::string_view baseName) {
     OpenGraphics("", "");
     canvas::setPictureFile(std::string(baseName) + ".svg");
     canvas::setBackground(15);
@@ -59,8 +61,6 @@ void openPicture(std::string_view baseName) {
     plotState.cellHeight = h;
     plotState.cellWidth = w;
 }
-
-}  // namespace
 
 void resetFitPicture() {
     plotCurves.nCurves = 0;
@@ -122,7 +122,7 @@ int DrawFitPicture(int nPts, const double* s, const double* I, const double* fit
     double xMin = 0.0, xMax = 0.0, yMin = 0.0, yMax = 0.0;
     plotLimits(plotCurves, xMin, xMax, yMin, yMax);
 
-    openPicture(baseName);
+    OpenPicture(baseName);
     SetWorld(0.05, 0.05, 0.85, 0.85, 0, xMin, xMax, yMin, yMax);
     DrawAxes("S", 0.0, yMin, -1, " log I", 0.0, xMin, -1);
     for (int c = 1; c <= plotCurves.nCurves; ++c) {

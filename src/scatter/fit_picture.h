@@ -1,5 +1,5 @@
 // Picture of a fit on logarithmic intensity: PlotCurves, plotCurves, logIntensity,
-// plotLimits, curveLegend, DrawFitPicture, resetFitPicture.
+// plotLimits, curveLegend, OpenPicture, DrawFitPicture, resetFitPicture.
 #pragma once
 
 #include <array>
@@ -30,6 +30,10 @@ char curveMarker(int c);
 // Legend of curve c; phaseType (1 SPHERE, 2 CYLINDER, 3 DUMBBELL,
 // 4 ELLIPSOID) counts for the phase curves c > 2.
 std::string curveLegend(int c, int phaseType);
+
+// Opens the graphics window for a picture written to baseName + ".svg":
+// white ground, black pen, the font cell of the plot texts.
+void OpenPicture(std::string_view baseName);
 
 // Draws the measured curve I, the fitted curve (already scaled) and the
 // unscaled curve of each phase, phaseI[j][0..nPts-1] of type phaseType[j],
