@@ -1,9 +1,11 @@
-// Registration of the module resets and of the scattering fit as USERF.
+// Registration of the module resets, of the scattering fit as USERF and of
+// its parameter errors as the use of a Hessian of the user's problem.
 #include "app/module_registry.h"
 
 #include "core/module_resets.h"
 #include "methods/annealed_simplex.h"
 #include "methods/first_order_driver.h"
+#include "methods/hessian_differences.h"
 #include "methods/monte_carlo.h"
 #include "methods/random_generators.h"
 #include "methods/simplex_search.h"
@@ -12,6 +14,7 @@
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "objective/user_function.h"
+#include "scatter/parameter_errors.h"
 #include "scatter/scattering_reset.h"
 #include "scatter/user_function.h"
 #include "textfile/number_text.h"
@@ -31,4 +34,5 @@ void registerModules() {
     registerModuleReset(resetScatteringFit);
     registerModuleReset(resetMonitorState);
     setUserFunction(USERF);
+    setUserHessianUse(writeParameterErrors);
 }
