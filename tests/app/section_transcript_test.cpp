@@ -1,6 +1,7 @@
 // SECTION on f = x1^2 + x2^2 (problem 8 with A = 2 I, minimum 0 at 0),
 // started at x1 = 0.125: the direct form with its edge cases and the .sec
-// file byte for byte, the SVG beside it, and the local menu.
+// file byte for byte, the SVG beside it, and the local menu; EVALUATE,HESSE
+// with no problem to work on.
 #include "platform/edit_format.h"
 #include "support/run_zemok.h"
 #include "support/temp_folder.h"
@@ -102,6 +103,18 @@ TEST(SectionTranscript, LocalMenu) {
         at = run.out.find(said, at);
         ASSERT_NE(at, std::string::npos) << said << "\n" << run.out;
     }
+}
+
+// From a command file, before any problem: CHECK asks for one, the user's
+// problem finds no curve, and the Hessian has nothing to work on; the
+// session goes back to the terminal.
+TEST(SectionTranscript, HessianBeforeAnyProblem) {
+    TempFolder dir;
+    writeFile(dir / "h.cmd", "EVALUATE,HESSE\n");
+    ZemokRun run = runZemok("", {"/C=h.cmd"}, dir.path());
+    EXPECT_NE(run.out.find(" DATA SET IS INCOMPLETE FOR THE COMPUTATION TO PERFORM\n ZEMOK: "), std::string::npos)
+        << run.out;
+    EXPECT_NE(run.out.find(" E4MAIN --- Normal termination"), std::string::npos);
 }
 
 }  // namespace
