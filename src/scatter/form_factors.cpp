@@ -1,8 +1,10 @@
 // Form factors of the phases: FormArgs, sphereAmp, shellAmp, SINCF, sphereOneRadius,
-// cylinderOrient, cylinderOneRadius, ellipsoidOrient, ellipsoidIntensity, dumbbellFactor.
+// cylinderOrient, cylinderOneRadius, ellipsoidOrient, ellipsoidIntensity, dumbbellFactor,
+// and their forms for a whole curve: sphereAmpBatch, CylinderFamily, ellipsoidCurve.
 #include "scatter/form_factors.h"
 
 #include "numlib/special_functions.h"
+#include "numlib/simd_double.h"
 #include "scatter/gauss_legendre.h"
 
 #include <algorithm>
@@ -23,7 +25,6 @@ constexpr double kSincSwitch = 0.01;
 constexpr double kSinc4 = 0.008333333333333333;
 constexpr double kSinc2 = 0.16666666666666666;
 constexpr double kCylinderZero = 1e-20;
-constexpr int kCylinderNodes = 32;
 constexpr int kEllipsoidNodes = 128;  // more than the table holds: the 64-point rule
 
 // 2 J1(a)/a, which tends to 1 as a goes to 0.
@@ -35,6 +36,33 @@ double besselAmp(double a) {
 
 // sin(b)/b as the cylinder's length factor, with its limit 1 at b = 0.
 double lengthFactor(double b) { return b == 0.0 ? 1.0 : std::sin(b) / b; }
+
+// The amplitude of the ellipsoid, 3(sin Q - Q cos Q)/Q^3, with no series for
+// small Q: the closed form stands except at Q = 0 itself.
+double ellipsoidAmp(double Q) {
+    return Q == 0.0 ? 1.0 : 3.0 * (std::sin(Q) - Q * std::cos(Q)) / (Q * Q * Q);
+}
+
+// Room for the shell terms of cylinderAverages: every node at every radius,
+// the radii padded to an even count.
+constexpr int kPaddedRadii = (kCylinderMaxRadii + 1) / 2 * 2;
+struct CylinderScratch {
+    double shellArg[kCylinderNodes * kPaddedRadii];
+    double shell[kCylinderNodes * kPaddedRadii];
+};
+CylinderScratch cylinderScratch;
+
+void besselAmpBatch(const double* a, double* out, int n) {
+    for (int i = 0; i < n; ++i) out[i] = besselAmp(a[i]);
+}
+
+void lengthFactorBatch(const double* b, double* out, int n) {
+    for (int i = 0; i < n; ++i) out[i] = lengthFactor(b[i]);
+}
+
+void ellipsoidAmpBatch(const double* Q, double* out, int n) {
+    for (int i = 0; i < n; ++i) out[i] = ellipsoidAmp(Q[i]);
+}
 
 }  // namespace
 
@@ -108,8 +136,7 @@ double ellipsoidOrient(double u) {
     const double R = formArgs.argRell;
     const double v = formArgs.argNu;
     const double Q = std::sqrt((v * v - 1.0) * u * u + 1.0) * formArgs.sCur * R;
-    // No series for small Q: the closed form stands except at Q = 0 itself.
-    const double F = Q == 0.0 ? 1.0 : 3.0 * (std::sin(Q) - Q * std::cos(Q)) / (Q * Q * Q);
+    const double F = ellipsoidAmp(Q);
     return F * F * (kFourPiEllipsoid * v * (R * R * R) / 3.0);
 }
 
@@ -122,3 +149,96 @@ double ellipsoidIntensity(double s, double Rell, double nu) {
 }
 
 double dumbbellFactor(double s, double Rout) { return 2.0 * (1.0 + SINCF(2.0 * s * Rout)); }
+
+void sphereAmpBatch(const double* x, double* out, int n) {
+    for (int i = 0; i < n; ++i) out[i] = sphereAmp(x[i]);
+}
+
+void prepareCylinders(CylinderFamily& f, const double* R, int nR, double Rin, double roin,
+                      double roout, double len) {
+    f.radii = std::clamp(nR, 1, kCylinderMaxRadii);
+    f.Rc = std::max(Rin, 0.0);
+    f.roin = roin;
+    f.roout = roout;
+    f.len = len;
+    int status = 0;
+    f.nodes = gaussNodes(0.0, 1.0, kCylinderNodes, f.u, f.weight, status);
+    for (int j = 0; j < f.nodes; ++j) f.w[j] = std::sqrt(1.0 - f.u[j] * f.u[j]);
+    for (int i = 0; i < f.radii; ++i) {
+        f.R[i] = R[i];
+        f.V[i] = kPiCylinder * R[i] * R[i] * len;
+        f.Vc[i] = kPiCylinder * f.Rc * f.Rc * len;
+        f.p[i] = f.Rc / R[i];
+        f.coreTerm[i] = f.Vc[i] * roin * f.p[i] * f.p[i];
+        f.volume[i] = (f.V[i] - f.Vc[i]) * roout + roin * f.Vc[i];
+    }
+}
+
+void cylinderAverages(const CylinderFamily& f, double s, double* C) {
+    using simd::Double2;
+    const int n = f.nodes;
+    double arg[kCylinderNodes];
+    double T[kCylinderNodes];
+    double f1[kCylinderNodes] = {};
+    for (int j = 0; j < n; ++j) arg[j] = 0.5 * s * f.len * f.u[j];
+    lengthFactorBatch(arg, T, n);
+    bool anyCore = false;
+    for (int i = 0; i < f.radii; ++i) anyCore = anyCore || f.p[i] != 0.0;
+    if (anyCore) {
+        // The core's Bessel term is the same at every radius.
+        for (int j = 0; j < n; ++j) arg[j] = s * f.Rc * f.w[j];
+        besselAmpBatch(arg, f1, n);
+    }
+    // The radii go in pairs, one to a lane (an odd count repeats the last):
+    // shell[j][i] holds 2 J1(a)/a at node j and radius i.
+    const int padded = (f.radii + 1) / 2 * 2;
+    double* shellArg = cylinderScratch.shellArg;
+    double* shell = cylinderScratch.shell;
+    for (int j = 0; j < n; ++j) {
+        for (int i = 0; i < padded; ++i) {
+            shellArg[j * padded + i] = s * f.R[i < f.radii ? i : f.radii - 1] * f.w[j];
+        }
+    }
+    besselAmpBatch(shellArg, shell, n * padded);
+    for (int i = 0; i < padded; i += 2) {
+        const int i2 = i + 1 < f.radii ? i + 1 : f.radii - 1;
+        const Double2 V = {f.V[i], f.V[i2]};
+        const Double2 Vc = {f.Vc[i], f.Vc[i2]};
+        const Double2 p = {f.p[i], f.p[i2]};
+        const Double2 coreTerm = {f.coreTerm[i], f.coreTerm[i2]};
+        const Double2 volume = {f.volume[i], f.volume[i2]};
+        const simd::Int2 hollow = p == 0.0;
+        Double2 sum = simd::splat(0.0);
+        for (int j = 0; j < n; ++j) {
+            const Double2 f2 = simd::load(shell + j * padded + i);
+            const Double2 amp = f2 * f.roout * T[j];
+            const Double2 solid = V * amp * amp;
+            // The core term carries p^2 on top of the radius already in Vc.
+            const Double2 G = ((f2 * V - f1[j] * p * p * Vc) * f.roout + coreTerm * f1[j]) * T[j];
+            Double2 value = simd::select(hollow, solid, G * G / volume);
+            if (s * f.u[j] < kCylinderZero) value = V;
+            sum += f.weight[j] * value;
+        }
+        C[i] = sum[0];
+        if (i + 1 < f.radii) C[i + 1] = sum[1];
+    }
+}
+
+void ellipsoidCurve(double Rell, double nu, const double* s, int nPts, double* out) {
+    double u[kGaussMaxPoints];
+    double weight[kGaussMaxPoints];
+    double stretch[kGaussMaxPoints];  // sqrt((nu^2 - 1) u^2 + 1)
+    int status = 0;
+    const int n = gaussNodes(0.0, 1.0, kEllipsoidNodes, u, weight, status);
+    for (int j = 0; j < n; ++j) stretch[j] = std::sqrt((nu * nu - 1.0) * u[j] * u[j] + 1.0);
+    const double volume = kFourPiEllipsoid * nu * (Rell * Rell * Rell) / 3.0;
+    double Q[kGaussMaxPoints];
+    double F[kGaussMaxPoints];
+    for (int k = 0; k < nPts; ++k) {
+        for (int j = 0; j < n; ++j) Q[j] = stretch[j] * s[k] * Rell;
+        ellipsoidAmpBatch(Q, F, n);
+        double sum = 0.0;
+        for (int j = 0; j < n; ++j) sum += weight[j] * (F[j] * F[j] * volume);
+        out[k] = sum;
+    }
+}

@@ -1,5 +1,6 @@
 // Form factors of the phases: FormArgs, sphereAmp, shellAmp, SINCF, sphereOneRadius,
-// cylinderOrient, cylinderOneRadius, ellipsoidOrient, ellipsoidIntensity, dumbbellFactor.
+// cylinderOrient, cylinderOneRadius, ellipsoidOrient, ellipsoidIntensity, dumbbellFactor,
+// and their forms for a whole curve: sphereAmpBatch, CylinderFamily, ellipsoidCurve.
 #pragma once
 
 // Arguments of the integrands.  A quadrature rule calls an integrand with the
@@ -59,3 +60,39 @@ double ellipsoidIntensity(double s, double Rell, double nu);
 
 // Interference of two touching spheres of radius Rout: 2 (1 + SINCF(2 s Rout)).
 double dumbbellFactor(double s, double Rout);
+
+// ----- The same values for a whole curve -------------------------------------
+// Each gives bit for bit what the one-value routines above give, with the
+// terms that do not change along the curve computed once, summed in the
+// same order.
+
+// out[i] = sphereAmp(x[i]) for i < n.
+void sphereAmpBatch(const double* x, double* out, int n);
+
+constexpr int kCylinderNodes = 32;     // the orientation rule of a cylinder
+constexpr int kCylinderMaxRadii = 11;  // the radii of a polydisperse cylinder
+
+// Cylinders of up to 11 radii with the same core, contrasts and length, with
+// what their orientation averages share: the nodes u of the rule, their
+// weights, sqrt(1 - u^2), and the volumes and contrast terms of each radius.
+struct CylinderFamily {
+    int radii = 0;
+    int nodes = 0;
+    double Rc = 0.0, roin = 0.0, roout = 0.0, len = 0.0;
+    double u[kCylinderNodes] = {}, weight[kCylinderNodes] = {}, w[kCylinderNodes] = {};
+    double R[kCylinderMaxRadii] = {}, V[kCylinderMaxRadii] = {}, Vc[kCylinderMaxRadii] = {};
+    double p[kCylinderMaxRadii] = {};        // Rc/R
+    double coreTerm[kCylinderMaxRadii] = {};  // Vc roin p^2
+    double volume[kCylinderMaxRadii] = {};   // (V - Vc) roout + roin Vc
+};
+
+// The family of radii R[0..nR-1] (nR at most 11), core radius Rin (a
+// negative one counts as 0), contrasts and length.
+void prepareCylinders(CylinderFamily& f, const double* R, int nR, double Rin, double roin,
+                      double roout, double len);
+
+// C[i] = cylinderOneRadius(s, f.R[i], ...) for every radius of the family.
+void cylinderAverages(const CylinderFamily& f, double s, double* C);
+
+// out[k] = ellipsoidIntensity(s[k], Rell, nu) for k < nPts.
+void ellipsoidCurve(double Rell, double nu, const double* s, int nPts, double* out);

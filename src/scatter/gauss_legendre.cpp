@@ -1,5 +1,5 @@
 // Gauss-Legendre quadrature of the scattering fit: GAUSSQ, the table of its
-// sixteen rules (computed on first call), gaussRulePoints, resetGaussLegendre.
+// sixteen rules (computed on first call), gaussNodes, gaussRulePoints, resetGaussLegendre.
 #include "scatter/gauss_legendre.h"
 
 #include <cmath>
@@ -90,7 +90,7 @@ int gaussRulePoints(int n) {
     return kRulePoints[ruleRow(n)];
 }
 
-double GAUSSQ(double a, double b, int n, Integrand f, int& status) {
+int gaussNodes(double a, double b, int n, double* node, double* weight, int& status) {
     if (!table.ready) buildTable();
     status = n > kLargestRule ? 1 : 0;
     const int row = ruleRow(n >= kLargestRule ? kLargestRule : n);
@@ -100,13 +100,26 @@ double GAUSSQ(double a, double b, int n, Integrand f, int& status) {
     const double c = (a + b) / 2.0;
     const double* x = table.node[row];
     const double* w = table.weight[row];
-
-    double sum = 0.0;
+    int k = 0;
     // From the node next to b inward: c + h x_1, ..., c + h x_half.
-    for (int i = 0; i < half; ++i) sum += h * w[i] * f(c + h * x[i]);
+    for (int i = 0; i < half; ++i, ++k) {
+        node[k] = c + h * x[i];
+        weight[k] = h * w[i];
+    }
     // Then outward to a, without the middle node of an odd rule a second time.
-    const int mirrored = points / 2;
-    for (int i = mirrored - 1; i >= 0; --i) sum += h * w[i] * f(c - h * x[i]);
+    for (int i = points / 2 - 1; i >= 0; --i, ++k) {
+        node[k] = c - h * x[i];
+        weight[k] = h * w[i];
+    }
+    return points;
+}
+
+double GAUSSQ(double a, double b, int n, Integrand f, int& status) {
+    double node[kLargestRule];
+    double weight[kLargestRule];
+    const int points = gaussNodes(a, b, n, node, weight, status);
+    double sum = 0.0;
+    for (int k = 0; k < points; ++k) sum += weight[k] * f(node[k]);
     return sum;
 }
 

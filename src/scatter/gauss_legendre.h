@@ -1,5 +1,5 @@
 // Gauss-Legendre quadrature of the scattering fit: GAUSSQ, its table of
-// rules, gaussRulePoints and resetGaussLegendre.
+// rules, gaussNodes, gaussRulePoints and resetGaussLegendre.
 #pragma once
 
 // An integrand of the scattering fit: one abscissa in, one value out; every
@@ -15,6 +15,14 @@ using Integrand = double (*)(double);
 // c + h x_i and c - h x_i with weights h w_i; f is called, and the sum built,
 // from the node next to b down to the node next to a.
 double GAUSSQ(double a, double b, int n, Integrand f, int& status);
+
+// The largest rule of the table.
+constexpr int kGaussMaxPoints = 64;
+
+// The nodes and weights h w_i of the rule that GAUSSQ(a, b, n, ...) uses, in
+// the order in which GAUSSQ sums them; node and weight hold at least
+// kGaussMaxPoints values.  Returns the number of points; status as GAUSSQ.
+int gaussNodes(double a, double b, int n, double* node, double* weight, int& status);
 
 // Number of points of the rule that a request of n points is given.
 int gaussRulePoints(int n);

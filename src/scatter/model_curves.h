@@ -40,6 +40,8 @@ void resetModelCurves();
 
 // Normalizes the Vf of the phases in place (their absolute values sum to
 // 1), computes every phase's intensity at s[0..nPts-1] and the sum curve.
+// A phase's curve is kept until its own parameters or the s grid change
+// (resetModelCurves forgets it); the results are those of a fresh evaluation.
 // Returns the structure factors' outcome (kStrFacSubstituted when a SPHERE
 // phase had no physical solution and took factor 1).
 int evaluateModel(ModelPhase* phases, int nPhase, double cSys, const double* s, int nPts);

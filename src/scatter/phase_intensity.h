@@ -1,5 +1,6 @@
 // Intensity of one particle of a phase, monodisperse or polydisperse:
-// ShellParticle, sphereIntensity, dumbbellIntensity, cylinderIntensity.
+// ShellParticle, sphereIntensity, dumbbellIntensity, cylinderIntensity, and
+// the same for a whole curve: sphereCurve, cylinderCurve.
 #pragma once
 
 // Values of a SPHERE, DUMBBELL or CYLINDER phase that its intensity reads.
@@ -27,3 +28,11 @@ double dumbbellIntensity(double s, const ShellParticle& p, double radLow, double
 // orientation average at Rout.
 double cylinderIntensity(double s, const ShellParticle& p, double len, double cylLow,
                          double cylStep);
+
+// out[k] = sphereIntensity(s[k], p, radLow, radHigh) for k < nPts, bit for bit.
+void sphereCurve(const double* s, int nPts, const ShellParticle& p, double radLow,
+                 double radHigh, double* out);
+
+// out[k] = cylinderIntensity(s[k], p, len, cylLow, cylStep) for k < nPts, bit for bit.
+void cylinderCurve(const double* s, int nPts, const ShellParticle& p, double len, double cylLow,
+                   double cylStep, double* out);

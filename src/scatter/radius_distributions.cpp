@@ -1,5 +1,6 @@
 // Radius distributions, polydisperse averages: distGauss, distSchulz, radiusDensity, sphereRadial,
-// isPolydisperse, sphereLimits, cylinderLimits, spherePolydisperse, cylinderPolydisperse.
+// isPolydisperse, sphereLimits, cylinderLimits, spherePolydisperse, cylinderPolydisperse,
+// spherePolydisperseCurve, cylinderPolydisperseCurve.
 #include "scatter/radius_distributions.h"
 
 #include "core/machine_constants.h"
@@ -135,6 +136,63 @@ double cylinderPolydisperse(double s, double Rin, double roin, double roout, dou
         sumWeights += W;
     }
     return sumWeighted / sumWeights;
+}
+
+void spherePolydisperseCurve(const double* s, int nPts, double Rin, double roin, double roout,
+                             double mean, double width, int iDist, double radLow, double radHigh,
+                             double* out) {
+    double R[kGaussMaxPoints];
+    double weight[kGaussMaxPoints];
+    double volR[kGaussMaxPoints];
+    double volume[kGaussMaxPoints];   // (volR - volC) roout + roin volC
+    double density[kGaussMaxPoints];
+    int status = 0;
+    const int n = gaussNodes(radLow, radHigh, kRadialNodes, R, weight, status);
+    const double Rc = std::max(Rin, 0.0);
+    const double volC = kThird * kFourPiRadial * (Rc * Rc * Rc);
+    for (int i = 0; i < n; ++i) {
+        volR[i] = kThird * kFourPiRadial * (R[i] * R[i] * R[i]);
+        volume[i] = (volR[i] - volC) * roout + roin * volC;
+        density[i] = radiusDensity(R[i], mean, width, iDist);
+    }
+    double x[kGaussMaxPoints];
+    double fo[kGaussMaxPoints];
+    for (int k = 0; k < nPts; ++k) {
+        // The core's amplitude is the same at every radius of the rule.
+        const double fc = sphereAmp(s[k] * Rc);
+        const double coreVolume = fc * volC;
+        const double coreTerm = roin * volC * fc;
+        for (int i = 0; i < n; ++i) x[i] = s[k] * R[i];
+        sphereAmpBatch(x, fo, n);
+        double sum = 0.0;
+        for (int i = 0; i < n; ++i) {
+            const double amp = roout * (fo[i] * volR[i] - coreVolume) + coreTerm;
+            sum += weight[i] * (amp * amp / volume[i] * density[i]);
+        }
+        out[k] = sum;
+    }
+}
+
+void cylinderPolydisperseCurve(const double* s, int nPts, double Rin, double roin, double roout,
+                               double mean, double width, int iDist, double len, double cylLow,
+                               double cylStep, double* out) {
+    double R[kCylinderRadii];
+    double W[kCylinderRadii];
+    double sumWeights = 0.0;
+    for (int i = 0; i < kCylinderRadii; ++i) {
+        R[i] = i * cylStep + cylLow;
+        W[i] = radiusDensity(R[i], mean, width, iDist);
+        sumWeights += W[i];
+    }
+    CylinderFamily family;
+    prepareCylinders(family, R, kCylinderRadii, Rin, roin, roout, len);
+    double C[kCylinderRadii];
+    for (int k = 0; k < nPts; ++k) {
+        cylinderAverages(family, s[k], C);
+        double sumWeighted = 0.0;
+        for (int i = 0; i < kCylinderRadii; ++i) sumWeighted += W[i] * C[i];
+        out[k] = sumWeighted / sumWeights;
+    }
 }
 
 void resetRadiusDistributions() { consts = DistributionConstants{}; }

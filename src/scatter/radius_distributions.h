@@ -1,5 +1,6 @@
 // Radius distributions, polydisperse averages: distGauss, distSchulz, radiusDensity, sphereRadial,
-// isPolydisperse, sphereLimits, cylinderLimits, spherePolydisperse, cylinderPolydisperse.
+// isPolydisperse, sphereLimits, cylinderLimits, spherePolydisperse, cylinderPolydisperse,
+// and the averages for a whole curve: spherePolydisperseCurve, cylinderPolydisperseCurve.
 #pragma once
 
 // Gaussian density of mean |mean| and width |width| at |R|.  A width at or
@@ -44,6 +45,18 @@ double spherePolydisperse(double s, double Rin, double roin, double roout, doubl
 // divided by the sum of the weights.  Sets formArgs.
 double cylinderPolydisperse(double s, double Rin, double roin, double roout, double mean,
                             double width, int iDist, double len, double cylLow, double cylStep);
+
+// out[k] = spherePolydisperse(s[k], ...) for k < nPts, bit for bit, with the
+// radii of the rule, their volumes and densities computed once.
+void spherePolydisperseCurve(const double* s, int nPts, double Rin, double roin, double roout,
+                             double mean, double width, int iDist, double radLow, double radHigh,
+                             double* out);
+
+// out[k] = cylinderPolydisperse(s[k], ...) for k < nPts, bit for bit, with
+// the weights of the radii and the terms the radii share computed once.
+void cylinderPolydisperseCurve(const double* s, int nPts, double Rin, double roin, double roout,
+                               double mean, double width, int iDist, double len, double cylLow,
+                               double cylStep, double* out);
 
 // Forgets the machine constants kept by the distributions.
 void resetRadiusDistributions();
