@@ -100,79 +100,114 @@ void fillFromCovariance(ParameterErrors& r, const Matrix& cov) {
     }
 }
 
-}  // namespace
-
-ParameterErrors parameterErrors(const double* hessian, int ld) {
-    const E4DataSetRecord& d = E4DataSet;
-    const int n = std::clamp(d.nVar(), 0, kMaxVar);
-    const bool scaled = d.iStat(row::xScaleSet) != 0 && d.iStat(row::xScaled) != 0;
-    auto scaleOf = [&](int i) { return scaled ? d.xScale(i) : 1.0; };
-    auto p = [&](int i) { return d.xEnd(i) / scaleOf(i); };
-    const Layout layout = layoutOf(n);
-
-    ParameterErrors r;
-    r.points = fitCurve.nPts;
-    const double S = weightNorm();
-    r.chiSquare = S * d.fEnd;
-    // The normalization u = v / T of the volume fractions, T = sum |v|; when
-    // all of them are free the largest holds their common scale.
+// The point of the fit in the problem's own units, with the normalization
+// u = v / T of the volume fractions, T = sum |v|, and the fraction that
+// holds their common scale when all of them are free (0 otherwise).
+struct FitPoint {
+    Layout layout;
+    std::vector<double> p, scale;  // 1-based
     double T = 0.0;
-    bool allVfFree = !layout.vfPosition.empty();
     int gauge = 0;
-    for (int pos : layout.vfPosition) {
-        T += std::fabs(p(pos));
-        allVfFree = allVfFree && d.iFixer(pos) != 0;
-        if (gauge == 0 || std::fabs(p(pos)) > std::fabs(p(gauge))) gauge = pos;
-    }
-    if (!allVfFree) gauge = 0;
-    std::vector<int> used;
-    for (int i = 1; i <= n; ++i) {
-        if (d.iFixer(i) == 0) continue;
-        r.index.push_back(i);
-        const std::string& name = layout.name[static_cast<std::size_t>(i)];
-        r.name.push_back(name.empty() ? "x(" + std::to_string(i) + ")" : name);
-        r.value.push_back(layout.isVf(i) && T > 0.0 ? p(i) / T : p(i));
-        if (i != gauge) used.push_back(i);
-    }
-    const int q = static_cast<int>(r.index.size());
-    const int m = static_cast<int>(used.size());
-    r.determined = m;
-    r.sigma.assign(static_cast<std::size_t>(q), 0.0);
-    r.correlation.assign(static_cast<std::size_t>(q * q), 0.0);
+    double sign(int i) const { return p[static_cast<std::size_t>(i)] < 0.0 ? -1.0 : 1.0; }
+    double at(int i) const { return p[static_cast<std::size_t>(i)]; }
+};
 
-    // C = (2 / S) H^-1 over the parameters taken, in the problem's own units.
-    Matrix C(m, m);
+FitPoint fitPoint(int n) {
+    const E4DataSetRecord& d = E4DataSet;
+    const bool scaled = d.iStat(row::xScaleSet) != 0 && d.iStat(row::xScaled) != 0;
+    FitPoint f{layoutOf(n), std::vector<double>(static_cast<std::size_t>(n + 1)),
+               std::vector<double>(static_cast<std::size_t>(n + 1), 1.0)};
+    for (int i = 1; i <= n; ++i) {
+        if (scaled) f.scale[static_cast<std::size_t>(i)] = d.xScale(i);
+        f.p[static_cast<std::size_t>(i)] = d.xEnd(i) / f.scale[static_cast<std::size_t>(i)];
+    }
+    bool allFree = !f.layout.vfPosition.empty();
+    for (int pos : f.layout.vfPosition) {
+        f.T += std::fabs(f.at(pos));
+        allFree = allFree && d.iFixer(pos) != 0;
+        if (f.gauge == 0 || std::fabs(f.at(pos)) > std::fabs(f.at(f.gauge))) f.gauge = pos;
+    }
+    if (!allFree) f.gauge = 0;
+    return f;
+}
+
+// The free parameters with their names and reported values; `used` gets
+// those the inversion takes (all but the gauge).
+void freeParameters(ParameterErrors& r, const FitPoint& f, int n, std::vector<int>& used) {
+    for (int i = 1; i <= n; ++i) {
+        if (E4DataSet.iFixer(i) == 0) continue;
+        r.index.push_back(i);
+        const std::string& name = f.layout.name[static_cast<std::size_t>(i)];
+        r.name.push_back(name.empty() ? "x(" + std::to_string(i) + ")" : name);
+        r.value.push_back(f.layout.isVf(i) && f.T > 0.0 ? f.at(i) / f.T : f.at(i));
+        if (i != f.gauge) used.push_back(i);
+    }
+}
+
+// H over the parameters taken, in the problem's own units: x = p xScale.
+Matrix hessianBlock(const double* hessian, int ld, const FitPoint& f, const std::vector<int>& used) {
+    const int m = static_cast<int>(used.size());
+    Matrix H(m, m);
     for (int a = 0; a < m; ++a) {
         for (int b = 0; b < m; ++b) {
             const int i = used[static_cast<std::size_t>(a)], j = used[static_cast<std::size_t>(b)];
-            C(a, b) = hessian[(j - 1) * ld + (i - 1)] * scaleOf(i) * scaleOf(j);
+            H(a, b) = hessian[(j - 1) * ld + (i - 1)] * f.scale[static_cast<std::size_t>(i)] * f.scale[static_cast<std::size_t>(j)];
         }
     }
-    r.positiveDefinite = S > 0.0 && (m == 0 || invertPositive(C));
-    if (!r.positiveDefinite) return r;
+    return H;
+}
 
-    // The Jacobian of the reported values: the identity, but for a volume
-    // fraction du(a)/dv(b) = delta(a, b) / T - v(a) sgn(v(b)) / T^2.
+// The Jacobian of the reported values by the parameters taken: the
+// identity, but for a volume fraction du(a)/dv(b) = delta(a, b) / T -
+// v(a) sgn(v(b)) / T^2.
+Matrix reportJacobian(const ParameterErrors& r, const FitPoint& f, const std::vector<int>& used) {
+    const int q = static_cast<int>(r.index.size()), m = static_cast<int>(used.size());
     Matrix J(q, m);
     for (int a = 0; a < q; ++a) {
         const int i = r.index[static_cast<std::size_t>(a)];
         for (int b = 0; b < m; ++b) {
             const int j = used[static_cast<std::size_t>(b)];
             J(a, b) = i == j ? 1.0 : 0.0;
-            if (layout.isVf(i) && layout.isVf(j) && T > 0.0)
-                J(a, b) = J(a, b) / T - p(i) * (p(j) < 0.0 ? -1.0 : 1.0) / (T * T);
+            if (f.layout.isVf(i) && f.layout.isVf(j) && f.T > 0.0)
+                J(a, b) = J(a, b) / f.T - f.at(i) * f.sign(j) / (f.T * f.T);
         }
     }
-    Matrix cov(q, q);
-    for (int a = 0; a < q; ++a) {
-        for (int c = 0; c < q; ++c) {
+    return J;
+}
+
+// factor J A J'.
+Matrix sandwich(const Matrix& J, const Matrix& A, double factor) {
+    Matrix out(J.rows, J.rows);
+    for (int a = 0; a < J.rows; ++a) {
+        for (int c = 0; c < J.rows; ++c) {
             double s = 0.0;
-            for (int b = 0; b < m; ++b) {
-                for (int e = 0; e < m; ++e) s += J(a, b) * C(b, e) * J(c, e);
+            for (int b = 0; b < J.cols; ++b) {
+                for (int e = 0; e < J.cols; ++e) s += J(a, b) * A(b, e) * J(c, e);
             }
-            cov(a, c) = (2.0 / S) * s;
+            out(a, c) = factor * s;
         }
     }
-    fillFromCovariance(r, cov);
+    return out;
+}
+
+}  // namespace
+
+ParameterErrors parameterErrors(const double* hessian, int ld) {
+    const int n = std::clamp(E4DataSet.nVar(), 0, kMaxVar);
+    const FitPoint f = fitPoint(n);
+    ParameterErrors r;
+    r.points = fitCurve.nPts;
+    const double S = weightNorm();
+    r.chiSquare = S * E4DataSet.fEnd;
+    std::vector<int> used;
+    freeParameters(r, f, n, used);
+    const int q = static_cast<int>(r.index.size());
+    r.determined = static_cast<int>(used.size());
+    r.sigma.assign(static_cast<std::size_t>(q), 0.0);
+    r.correlation.assign(static_cast<std::size_t>(q * q), 0.0);
+    // C = (2 / S) H^-1, carried to the reported values.
+    Matrix Hinv = hessianBlock(hessian, ld, f, used);
+    r.positiveDefinite = S > 0.0 && (used.empty() || invertPositive(Hinv));
+    if (r.positiveDefinite) fillFromCovariance(r, sandwich(reportJacobian(r, f, used), Hinv, 2.0 / S));
     return r;
 }
