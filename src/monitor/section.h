@@ -8,6 +8,7 @@
 #include "monitor/monitor_state.h"
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -51,6 +52,9 @@ void sectionMenu(double& f, double* x, int n, std::string_view fileName, int& er
 // The file stem of a section: a name given by FILE=name takes the place of
 // the standard stem word ("var", "eig", "_section"); the suffix follows.
 std::string sectionStem(std::string_view given, std::string_view standard, std::string_view suffix);
+// A word or reply as a number; empty when blank or not a number.
+std::optional<double> sectionReal(std::string_view text);
+std::optional<int> sectionInteger(std::string_view text);
 // A number as the dialogue shows it, without blanks.
 std::string sectionNumberText(double v);
 std::string sectionIntegerText(int i);

@@ -26,22 +26,6 @@ constexpr int kDefaultFrame = 17;
 
 std::string trimmed(std::string_view text) { return std::string(text.substr(0, static_cast<std::size_t>(R02LEN(text)))); }
 
-std::optional<double> realOf(std::string_view text) {
-    if (R02LEN(text) == 0) return std::nullopt;
-    int err = 0;
-    const double v = R02C2R1(trimmed(text), err);
-    if (err < 0) return std::nullopt;
-    return v;
-}
-
-std::optional<int> integerOf(std::string_view text) {
-    if (R02LEN(text) == 0) return std::nullopt;
-    int err = 0;
-    const int v = R02C2I1(trimmed(text), err);
-    if (err < 0) return std::nullopt;
-    return v;
-}
-
 // A value the command did not give: asked with its default at the
 // terminal, or the next line of the command file; a blank answer (and the
 // end of either) keeps the default.
@@ -56,14 +40,14 @@ std::string askOrReadLine(std::string_view question, std::string_view def) {
 // A whole number of at least 1 from the word, or asked until one comes.
 int countFromWordOrAsk(std::string_view word, std::string_view question, int def, bool& bad) {
     if (R02LEN(word) != 0) {
-        std::optional<int> v = integerOf(word);
+        std::optional<int> v = sectionInteger(word);
         if (!v) bad = true;
         if (!v || *v >= 1) return v.value_or(def);
     }
     while (true) {
         const std::string reply = askOrReadLine(question, sectionIntegerText(def));
         if (reply.empty()) return def;
-        std::optional<int> v = integerOf(reply);
+        std::optional<int> v = sectionInteger(reply);
         if (v && *v >= 1) return *v;
     }
 }
@@ -82,7 +66,7 @@ void alongVariables(double& f, double* x, int n, int first, int last, double W, 
         if (!widthGiven) {
             if (W == 0.0) W = 1.0;
             const std::string reply = askOrReadLine("Load the section width, 0 to skip", sectionNumberText(W));
-            if (std::optional<double> v = realOf(reply)) W = *v;
+            if (std::optional<double> v = sectionReal(reply)) W = *v;
         }
         if (W == 0.0) continue;
         dirv.fill(0.0);
@@ -97,7 +81,58 @@ void alongVariables(double& f, double* x, int n, int first, int last, double W, 
     }
 }
 
+// What the words 2 to 5 of the direct form say, missing counts asked for.
+struct DirectWords {
+    std::optional<int> variable;
+    bool widthGiven = false;
+    double W = 0.0;
+    int points = 0;
+    int frame = 0;
+};
+
+// False, with its message, for a variable out of range, a word that is no
+// number or a frame outside 3 to 50 lines.
+bool readDirectWords(const std::string* w, int n, DirectWords& dw) {
+    dw.variable = sectionInteger(w[1]);
+    if (dw.variable && (*dw.variable < 1 || *dw.variable > n)) {
+        I05MES("E4SCT1 -E- There is no variable No. " + sectionIntegerText(*dw.variable) + ": the problem has " +
+               sectionIntegerText(n) + ".");
+        return false;
+    }
+    dw.widthGiven = !w[2].empty();
+    const std::optional<double> width = sectionReal(w[2]);
+    dw.W = width.value_or(0.0);
+    bool bad = dw.widthGiven && !width;
+    if (!bad) dw.points = countFromWordOrAsk(w[3], "What is the number of picture-points?", kDefaultPoints, bad);
+    if (!bad) dw.frame = countFromWordOrAsk(w[4], "Load size of vertical frame in lines", kDefaultFrame, bad);
+    if (bad) {
+        I05MES("E4SCT1 -E- Width, number of points and frame must be numbers.");
+        return false;
+    }
+    if (dw.frame < 3 || dw.frame > 50) {
+        I05MES("E4SCT1 -E- The frame must have from 3 to 50 lines: " + sectionIntegerText(dw.frame));
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
+
+std::optional<double> sectionReal(std::string_view text) {
+    if (R02LEN(text) == 0) return std::nullopt;
+    int err = 0;
+    const double v = R02C2R1(trimmed(text), err);
+    if (err < 0) return std::nullopt;
+    return v;
+}
+
+std::optional<int> sectionInteger(std::string_view text) {
+    if (R02LEN(text) == 0) return std::nullopt;
+    int err = 0;
+    const int v = R02C2I1(trimmed(text), err);
+    if (err < 0) return std::nullopt;
+    return v;
+}
 
 std::string sectionStem(std::string_view given, std::string_view standard, std::string_view suffix) {
     return std::string(given.empty() ? standard : given) + std::string(suffix);
@@ -154,41 +189,23 @@ void E4SCT1(double& f, double* x, int& n, std::string* words, int maxWords, int&
     }
     E4DataSetRecord& d = E4DataSet;
     if (d.iStat(row::functionEvaluations) == 0 || d.iStat(row::fSet) == 0) f = E4FUN1(x);
-    const std::optional<int> variable = integerOf(w[1]);
-    if (variable && (*variable < 1 || *variable > n)) {
-        I05MES("E4SCT1 -E- There is no variable No. " + sectionIntegerText(*variable) + ": the problem has " +
-               sectionIntegerText(n) + ".");
+    DirectWords dw;
+    if (!readDirectWords(w, n, dw)) {
         err = 1;
         return;
     }
-    const bool widthGiven = !w[2].empty();
-    const std::optional<double> width = realOf(w[2]);
-    double W = width.value_or(0.0);
-    bool bad = widthGiven && !width;
-    const int points = bad ? 0 : countFromWordOrAsk(w[3], "What is the number of picture-points?", kDefaultPoints, bad);
-    const int frame = bad ? 0 : countFromWordOrAsk(w[4], "Load size of vertical frame in lines", kDefaultFrame, bad);
-    if (bad) {
-        I05MES("E4SCT1 -E- Width, number of points and frame must be numbers.");
-        err = 1;
-        return;
-    }
-    if (frame < 3 || frame > 50) {
-        I05MES("E4SCT1 -E- The frame must have from 3 to 50 lines: " + sectionIntegerText(frame));
-        err = 1;
-        return;
-    }
-    if (!variable && d.iStat(row::directSet) != 0) {
-        if (W == 0.0) {
-            if (std::optional<double> v = realOf(askReply("Enter full width of the section", "", sysinf.CursorPosition)))
-                W = *v;
+    if (!dw.variable && d.iStat(row::directSet) != 0) {
+        if (dw.W == 0.0) {
+            if (std::optional<double> v = sectionReal(askReply("Enter full width of the section", "", sysinf.CursorPosition)))
+                dw.W = *v;
         }
-        int p = points, e = 0;
+        int p = dw.points, e = 0;
         double h = 0.0;
-        E4SCT2(sectionTarget, f, x, d.direct.data(), n, W, p, h, sectionStem(given, "_section", ""),
+        E4SCT2(sectionTarget, f, x, d.direct.data(), n, dw.W, p, h, sectionStem(given, "_section", ""),
                "along the specified direction", e);
         return;
     }
-    alongVariables(f, x, n, variable.value_or(1), variable.value_or(n), W, widthGiven, points, given);
+    alongVariables(f, x, n, dw.variable.value_or(1), dw.variable.value_or(n), dw.W, dw.widthGiven, dw.points, given);
 }
 
 Outcome E4CmdSection(MonitorState& m) {

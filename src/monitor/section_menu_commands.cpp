@@ -9,7 +9,6 @@
 #include "monitor/section.h"
 #include "platform/units.h"
 #include "textfile/line_splitters.h"
-#include "textfile/number_text.h"
 
 #include <cctype>
 #include <cmath>
@@ -18,22 +17,6 @@
 namespace section_menu {
 
 namespace {
-
-std::optional<double> realOf(std::string_view text) {
-    if (R02LEN(text) == 0) return std::nullopt;
-    int err = 0;
-    const double v = R02C2R1(text, err);
-    if (err < 0) return std::nullopt;
-    return v;
-}
-
-std::optional<int> integerOf(std::string_view text) {
-    if (R02LEN(text) == 0) return std::nullopt;
-    int err = 0;
-    const int v = R02C2I1(text, err);
-    if (err < 0) return std::nullopt;
-    return v;
-}
 
 bool isExit(std::string_view reply) { return R02PFX(reply, "EX", 1); }
 
@@ -63,7 +46,7 @@ int firstLowest() {
 std::optional<double> moveTarget(Menu& m) {
     const std::string w2 = m.word(2);
     if (R02PFX(w2, "M", 1)) return firstLowest();
-    if (std::optional<double> t = realOf(w2)) return t;
+    if (std::optional<double> t = sectionReal(w2)) return t;
     write(sysinf.outUnit, "(' To update the argument value load the',' corresponding ordinal number of')");
     const std::string reply = m.ask("the chosen histogram point [ Min / value ]", sectionIntegerText(m.half));
     const char c = static_cast<char>(std::toupper(static_cast<unsigned char>(reply.empty() ? ' ' : reply[0])));
@@ -78,7 +61,7 @@ Result variable(Menu& m) {
     m.slot.fill(0);
     std::string w = m.word(2);
     while (true) {
-        const std::optional<int> v = integerOf(w);
+        const std::optional<int> v = sectionInteger(w);
         if (v && *v >= 1 && *v <= m.n) {
             m.at(Variable) = *v;
             m.stemWord = "var";
@@ -94,7 +77,7 @@ Result variable(Menu& m) {
 Result npoints(Menu& m) {
     std::string w = m.word(2);
     while (true) {
-        if (std::optional<int> v = integerOf(w)) {
+        if (std::optional<int> v = sectionInteger(w)) {
             int p = *v;
             if (p >= 2 && p <= kMaxSectionPoints && p % 2 == 0) {
                 p = p < kMaxSectionPoints ? p + 1 : p - 1;
@@ -114,7 +97,7 @@ Result npoints(Menu& m) {
 
 Result size(Menu& m) {
     m.at(WidthSet) = 0;
-    if (std::optional<double> v = realOf(m.word(2))) {
+    if (std::optional<double> v = sectionReal(m.word(2))) {
         m.W = *v;
         m.at(WidthSet) = 1;
         return Result::Done;
@@ -133,7 +116,7 @@ Result size(Menu& m) {
             m.at(WidthSet) = m.W > 0.0 ? 1 : 0;
             return Result::Done;
         }
-        if (std::optional<double> v = realOf(reply)) {
+        if (std::optional<double> v = sectionReal(reply)) {
             m.W = *v;
             m.at(WidthSet) = 1;
             return Result::Done;
@@ -207,7 +190,7 @@ Result direct(Menu& m) {
             I05MES("No eigenvectors computed. Use \"eva,hes\" to get them.");
             return Result::Failed;
         }
-        const std::optional<int> k = integerOf(m.word(3));
+        const std::optional<int> k = sectionInteger(m.word(3));
         if (!k || *k < 1 || *k > m.n) {
             I05MES("Third-level command must be index of Hessian eigenvector");
             return m.word(3).empty() ? Result::Done : Result::Failed;
