@@ -154,9 +154,11 @@ TEST_F(Commands, ModeAutoWithoutACommandFileFailsAndEndsTheSession) {
 }
 
 TEST_F(Commands, UserProblemTakesTheFirstDigitAsItsType) {
+    // No curve is read here, so the user's problem is not selected; the
+    // type is taken all the same.
     session("PROBLEM,USER,12\nEXIT\n");
     EXPECT_EQ(E4DataSet.iStat(row::userType), 1);
-    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 20);
+    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 0);
     session("PROBLEM,USER,7,X\nEXIT\n");
     EXPECT_EQ(E4DataSet.iStat(row::userType), 7);
 }
