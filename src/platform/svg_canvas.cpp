@@ -35,6 +35,7 @@ struct Canvas {
     bool closeQuietly = false;
     std::string file = "graphics.svg";
     std::vector<std::string> elements;
+    std::string lastWritten;  // the document of the last write, good or failed
     // A run of joined line segments of one colour and mask, kept open so
     // that a curve becomes one polyline.
     std::vector<std::pair<double, double>> run;
@@ -408,9 +409,11 @@ int writePicture() {
     Canvas& c = cv();
     unit::OpenSpec spec;
     spec.status = unit::Status::Replace;
+    const std::string document = svgDocument();
+    c.lastWritten = document;
     int st = unit::open(c.channel, c.file, spec);
     if (st != 0) return st;
-    st = unit::writeBytes(c.channel, svgDocument());
+    st = unit::writeBytes(c.channel, document);
     int stClose = unit::close(c.channel);
     return st != 0 ? st : stClose;
 }
@@ -418,7 +421,9 @@ int writePicture() {
 int closeWindow(int channel) {
     Canvas& c = cv();
     if (!c.open || channel != c.channel) return unit::IOERR_NOT_OPEN;
-    int st = writePicture();
+    // A picture written already, and not drawn on since, is not written
+    // (nor its failure told) a second time.
+    int st = svgDocument() == c.lastWritten ? 0 : writePicture();
     c.open = false;
     return st;
 }

@@ -21,6 +21,7 @@ struct Row {
     std::vector<std::string> shown;                           // lines that must appear
     int exitCode;
     std::vector<std::string> args = {};
+    std::string once = "";  // a text that must appear exactly once
 };
 
 // Interactive start of Rosenbrock's problem: the questions of its first
@@ -79,6 +80,11 @@ std::vector<Row> rows() {
           {"vardene.ans", "source:examples/synthetic/vardene.ans"},
           {"synsphere.fit", "->/dev/full"}},
          {" VARDENE --E- Writing the result file \"synsphere.fit\" failed: write error\n"}, 0, {"/UC=vardene.ans"}},
+        {"a picture that cannot be written is told once", "PROBLEM,USER\nMESSAGE,11\nEVALUATE\n\n",
+         {{"synsphere.dat", "source:examples/synthetic/synsphere.dat"},
+          {"vardene.ans", "source:examples/synthetic/vardene.ans"},
+          {"synsphere.svg/x", ""}},
+         {" Graphics Window not written to "}, 0, {"/UC=vardene.ans"}, "Graphics Window not written to"},
         {"EVALUATE,F,E asks for the message level", kRosenbrock + "MESSAGE,5\nEVALUATE,F,E\nN\n", {},
          {" Message level is equal to  5\n"}, 0},
     };
@@ -91,6 +97,7 @@ TEST(Robustness, SessionsEndWithAMessageThatNamesTheCause) {
             if (text.rfind("->", 0) == 0) {
                 std::filesystem::create_symlink(text.substr(2), folder / name);
             } else {
+                std::filesystem::create_directories(std::filesystem::path(folder / name).parent_path());
                 writeFile(folder / name, text.rfind("source:", 0) == 0
                                              ? fileText(std::string(ZEMOK_SOURCE_DIR) + "/" + text.substr(7))
                                              : text);
@@ -102,6 +109,11 @@ TEST(Robustness, SessionsEndWithAMessageThatNamesTheCause) {
         for (const std::string& line : row.shown)
             EXPECT_NE(run.out.find(line), std::string::npos) << row.what << ": " << line << "\n" << run.out;
         EXPECT_EQ(run.exitCode, row.exitCode) << row.what << "\n" << run.out;
+        if (!row.once.empty()) {
+            const std::size_t first = run.out.find(row.once);
+            EXPECT_NE(first, std::string::npos) << row.what;
+            EXPECT_EQ(run.out.find(row.once, first + 1), std::string::npos) << row.what << "\n" << run.out;
+        }
         chmod((folder / "ro.txt").c_str(), 0644);
     }
 }
