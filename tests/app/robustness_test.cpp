@@ -64,6 +64,8 @@ std::vector<Row> rows() {
          {"file cannot be opened: Permission denied\n", " Z1OPN1 ----- Current file name: \"ro.txt\"\n",
           " COMMAND \"OPEN,DATA,WRITE,ro.txt\" WAS FAILED TO EXECUTE\n", " time "},
          0},
+        {"an output file that is no regular file", kRosenbrock + "OPEN,DATA,WRITE,/dev/null\nREPORT,,DATA\nTIME\n", {},
+         {" E4MAIN --- Normal termination\n"}, 0},
         {"a number that is no finite number", kRosenbrock + "LOAD,,RFTOL,1e999\nLOAD,,RFTOL,NaN\n", {},
          {" I5LRA2 -E- \"1e999\" IS NOT A FINITE NUMBER THAT CAN BE STORED!\n",
           " I5LRA2 -E- \"NaN\" IS NOT A FINITE NUMBER THAT CAN BE STORED!\n"},
