@@ -195,17 +195,8 @@ Step afterFailure(BqnRun& r) {
 // Steps 10 to 15: a bound reached by the step, the new gradient, the update.
 Step afterSuccess(BqnRun& r, double P) {
     if (r.method == 1 && r.dpow / P < r.alpha) r.method = 0;
-    bool moved = false;
-    const int i = boundReached(r, r.direct, moved);
     int m = 0;
-    if (i != 0) {
-        m = addBound(r, i - 1, r.direct);
-        if (moved) evaluateAtX(r);
-        if (!E04FDL1(m, r.nfree, r.L, r.D, r.work, r.big)) {
-            r.code = 4;
-            return Step::End;
-        }
-    }
+    if (!addReachedBound(r, m)) return Step::End;
     r.gtg = 0;
     if (r.nfree == 0) return Step::StepC;
     freeGradient(r);
@@ -402,4 +393,16 @@ int E04JBF(BqnRun& r) {
     }
     if (r.iprint >= 0) reportRow(r, 'c');
     return E04ERP1(r.soft, r.code, FamilyRoutine::E04JBF);
+}
+
+bool addReachedBound(BqnRun& r, int& m) {
+    bool moved = false;
+    const int i = boundReached(r, r.direct, moved);
+    m = 0;
+    if (i == 0) return true;
+    m = addBound(r, i - 1, r.direct);
+    if (moved) evaluateAtX(r);
+    if (E04FDL1(m, r.nfree, r.L, r.D, r.work, r.big)) return true;
+    r.code = 4;
+    return false;
 }

@@ -77,6 +77,10 @@ int addBound(BqnRun& r, int i, const double* dir);
 // The first free variable within reach of its bound ahead along dir, 0 if
 // none; moved tells whether it stood far enough off to need a new value.
 int boundReached(const BqnRun& r, const double* dir, bool& moved);
+// The bound that the step along direct reached, if any, joins the active
+// set (with a new value when the point had to move); m is its former
+// position, 0 when none.  False, with code 4, when the factors fail.
+bool addReachedBound(BqnRun& r, int& m);
 // Ratio of the largest to the least diagonal entry; big when the factors
 // are bad (the check of E04JAF), 1 for one free variable, 0 with none.
 double conditionOf(const BqnRun& r);

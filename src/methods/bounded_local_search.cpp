@@ -173,17 +173,8 @@ void secondDirection(BqnRun& r, Local& s) {
 void takeBetterPoint(BqnRun& r, Local& s, int& finish) {
     std::copy(r.base, r.base + r.n, r.x);
     evaluateAtX(r);
-    bool moved = false;
-    const int i = boundReached(r, r.direct, moved);
     int m = 0;
-    if (i != 0) {
-        m = addBound(r, i - 1, r.direct);
-        if (moved) evaluateAtX(r);
-        if (!E04FDL1(m, r.nfree, r.L, r.D, r.work, r.big)) {
-            r.code = 4;
-            return;
-        }
-    }
+    if (!addReachedBound(r, m)) return;
     if (r.method == 1 && s.h * s.h / s.P < s.alpha) r.method = 0;
     r.gtg = 0;
     if (r.nfree != 0) {
