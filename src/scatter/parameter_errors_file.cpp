@@ -11,7 +11,6 @@
 #include "scatter/result_files.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace {
 
@@ -19,14 +18,6 @@ constexpr int kErrChannel = 21;
 constexpr int kPerLine = 10;  // correlations on one line
 
 std::string trimmed(const std::string& s) { return s.substr(0, static_cast<std::size_t>(R02LEN(s))); }
-
-bool isInputOfFit(const std::string& name) {
-    std::error_code ec;
-    for (const std::string& input : {trimmed(fitCurve.dataName), trimmed(FitSession.ansFile)}) {
-        if (!input.empty() && std::filesystem::equivalent(name, input, ec)) return true;
-    }
-    return false;
-}
 
 int writeHead(int u, const ParameterErrors& r) {
     const int dof = r.points - r.determined - 1;
@@ -82,18 +73,9 @@ void writeParameterErrors(const double* hessian, int ld) {
     const ParameterErrors r = parameterErrors(hessian, ld);
     if (r.index.empty()) return;
     const std::string name = resultFileName(".err");
-    if (isInputOfFit(name)) {
-        I05MES("VARDENE --E- \"" + name + "\" is an input of this fit: it is not overwritten.");
-        return;
-    }
-    unit::OpenSpec spec{unit::Status::Replace, unit::Access::Sequential, unit::Position::AsIs};
-    int st = unit::open(kErrChannel, name, spec);
-    if (st == 0) {
-        st = writeHead(kErrChannel, r);
-        if (st == 0) st = writeTable(kErrChannel, r);
-        if (st == 0 && r.positiveDefinite) st = writeCorrelations(kErrChannel, r);
-        const int stClose = unit::close(kErrChannel);
-        if (st == 0) st = stClose;
-    }
-    if (st != 0) I05MES("VARDENE --E- Cannot write the result file \"" + name + "\": " + unit::ioText(st));
+    if (!openResultFile(kErrChannel, name)) return;
+    int st = writeHead(kErrChannel, r);
+    if (st == 0) st = writeTable(kErrChannel, r);
+    if (st == 0 && r.positiveDefinite) st = writeCorrelations(kErrChannel, r);
+    closeResultFile(kErrChannel, name);
 }

@@ -254,3 +254,7 @@ void drawResultPicture() {
 }
 
 std::string resultFileName(const char* extension) { return resultName(extension); }
+
+bool openResultFile(int channel, const std::string& name) { return openFile(channel, name); }
+
+void closeResultFile(int channel, const std::string& name) { closeResult(channel, name); }

@@ -27,3 +27,8 @@ void showResultTable();
 // The name of a result file: the base name of the curve's file (test in a
 // TEST run) followed by the extension.
 std::string resultFileName(const char* extension);
+// Opens a result file in place of an old one; false, said by name, when the
+// name is an input of the fit (never overwritten) or cannot be opened.
+bool openResultFile(int channel, const std::string& name);
+// Closes it; a write that failed is said by name.
+void closeResultFile(int channel, const std::string& name);
