@@ -1,7 +1,9 @@
 // Bessel functions of order one: S17J1Y1 (Cody's rational forms for J1 and
-// Y1, factored through their first zeros, and the modulus-phase form beyond 8).
+// Y1, factored through their first zeros, and the modulus-phase form beyond
+// 8), and J1 of an array two at a time, besselJ1Batch.
 #include "numlib/special_functions.h"
 #include "numlib/special_internal.h"
+#include "numlib/simd_double.h"
 
 #include "core/machine_constants.h"
 
@@ -97,33 +99,70 @@ struct BesselState {
 
 BesselState bs;
 
-// J1 for 0 < |x| <= 8, with the factor through the nearest zero.
-double j1Rational(double x, double ax) {
-    const double y = ax * ax;
-    double num = 0.0;
-    double den = 0.0;
-    double prod = 0.0;
-    if (ax <= 4.0) {
-        num = (kPJ0[6] * y + kPJ0[5]) * y + kPJ0[4];
-        den = y + kQJ0[4];
-        for (int i = 0; i < 4; ++i) {
-            num = num * y + kPJ0[i];
-            den = den * y + kQJ0[i];
-        }
-        prod = x * ((ax - kJ1Zero1High) - kJ1Zero1Low) * (ax + kJ1Zero1);
-    } else {
-        num = kPJ1[0];
-        den = (y + kQJ1[6]) * y + kQJ1[0];
-        for (int i = 1; i < 6; ++i) {
-            num = num * y + kPJ1[i];
-            den = den * y + kQJ1[i];
-        }
-        num = num * (ax - 8.0) * (ax + 8.0) + kPJ1[6];
-        num = num * (ax - 4.0) * (ax + 4.0) + kPJ1[7];
-        prod = x * ((ax - kJ1Zero2High) - kJ1Zero2Low) * (ax + kJ1Zero2);
+// The J1 forms below are written once for a double and for two lanes of
+// simd::Double2: the lanes go through the same operations in the same order
+// (the square root is correctly rounded either way, sin and cos of the phase
+// come from the library lane by lane), so that a lane gives bit for bit what
+// the scalar routine gives.
+using simd::Double2;
+
+template <class V>
+V broadcast(double c);
+template <>
+inline double broadcast<double>(double c) {
+    return c;
+}
+template <>
+inline Double2 broadcast<Double2>(double c) {
+    return simd::splat(c);
+}
+
+inline double truncPositive(double v) { return std::trunc(v); }
+inline Double2 truncPositive(Double2 v) { return simd::floorNonNegative(v); }
+inline double squareRoot(double v) { return std::sqrt(v); }
+inline Double2 squareRoot(Double2 v) { return simd::sqrt(v); }
+inline void sinCos(double w, double& sn, double& cs) {
+    sn = std::sin(w);
+    cs = std::cos(w);
+}
+inline void sinCos(Double2 w, Double2& sn, Double2& cs) {
+    sn = Double2{std::sin(w[0]), std::sin(w[1])};
+    cs = Double2{std::cos(w[0]), std::cos(w[1])};
+}
+inline double negativeSide(double x, double j) { return x < 0.0 ? -j : j; }
+inline Double2 negativeSide(Double2 x, Double2 j) { return simd::select(x < 0.0, -j, j); }
+
+// J1 for 0 < |x| <= 4, with the factor through the first zero.
+template <class V>
+V j1UpToFour(V x, V ax) {
+    const V y = ax * ax;
+    V num = (kPJ0[6] * y + kPJ0[5]) * y + kPJ0[4];
+    V den = y + kQJ0[4];
+    for (int i = 0; i < 4; ++i) {
+        num = num * y + kPJ0[i];
+        den = den * y + kQJ0[i];
     }
+    const V prod = x * ((ax - kJ1Zero1High) - kJ1Zero1Low) * (ax + kJ1Zero1);
     return prod * (num / den);
 }
+
+// J1 for 4 < |x| <= 8, with the factor through the second zero.
+template <class V>
+V j1UpToEight(V x, V ax) {
+    const V y = ax * ax;
+    V num = broadcast<V>(kPJ1[0]);
+    V den = (y + kQJ1[6]) * y + kQJ1[0];
+    for (int i = 1; i < 6; ++i) {
+        num = num * y + kPJ1[i];
+        den = den * y + kQJ1[i];
+    }
+    num = num * (ax - 8.0) * (ax + 8.0) + kPJ1[6];
+    num = num * (ax - 4.0) * (ax + 4.0) + kPJ1[7];
+    const V prod = x * ((ax - kJ1Zero2High) - kJ1Zero2Low) * (ax + kJ1Zero2);
+    return prod * (num / den);
+}
+
+double j1Rational(double x, double ax) { return ax <= 4.0 ? j1UpToFour(x, ax) : j1UpToEight(x, ax); }
 
 // ln(x/y0) as (2/pi) J1 needs it, by a series in w = (x - y0)/(x + y0) near y0.
 double logAroundZero(double ax, double up, double y0) {
@@ -173,29 +212,57 @@ double y1RationalFar(double ax, double j1) {
 }
 
 // |x| > 8: modulus sqrt(2/(pi x)) and the phase reduced by whole turns.
-double besselAsymptotic(double x, double ax, int type) {
-    const double z = 8.0 / ax;
-    const double turns = std::trunc(ax / kTwoPi) + kThreeEighths;
-    const double w = (ax - turns * kTwoPiHigh) - turns * kTwoPiLow;
-    const double y = z * z;
-    double num = kP0[5];
-    double den = y + kQ0[5];
-    double up = kP1[5];
-    double down = y + kQ1[5];
+// J1 for type 0, Y1 for type 1.
+template <class V>
+V besselAsymptotic(V x, V ax, int type) {
+    const V z = 8.0 / ax;
+    const V turns = truncPositive(ax / kTwoPi) + kThreeEighths;
+    const V w = (ax - turns * kTwoPiHigh) - turns * kTwoPiLow;
+    const V y = z * z;
+    V num = broadcast<V>(kP0[5]);
+    V den = y + kQ0[5];
+    V up = broadcast<V>(kP1[5]);
+    V down = y + kQ1[5];
     for (int i = 0; i < 5; ++i) {
         num = num * y + kP0[i];
         den = den * y + kQ0[i];
         up = up * y + kP1[i];
         down = down * y + kQ1[i];
     }
-    const double r0 = num / den;
-    const double r1 = up / down;
-    const double modulus = kSqrtTwoOverPi / std::sqrt(ax);
+    const V r0 = num / den;
+    const V r1 = up / down;
+    const V modulus = kSqrtTwoOverPi / squareRoot(ax);
+    V sn;
+    V cs;
+    sinCos(w, sn, cs);
     if (type == 0) {
-        const double j = modulus * (r0 * std::cos(w) - z * r1 * std::sin(w));
-        return x < 0.0 ? -j : j;
+        const V j = modulus * (r0 * cs - z * r1 * sn);
+        return negativeSide(x, j);
     }
-    return modulus * (r0 * std::sin(w) + z * r1 * std::cos(w));
+    return modulus * (r0 * sn + z * r1 * cs);
+}
+
+void startBessel() {
+    const double eps = X02RMDC(2);
+    bs.xinf = X02RMDC(5);
+    bs.xlarge = 1.0 / std::sqrt(eps);
+    bs.xsmall = std::sqrt(eps) / X02IMDC(1);
+    bs.started = true;
+}
+
+// J1 at two arguments, both within [xsmall, xlarge]: each lane through the
+// form of its range (both forms and a choice where the lanes differ).
+Double2 j1Pair(Double2 x) {
+    const Double2 ax = simd::abs(x);
+    const simd::Int2 upToFour = ax <= 4.0;
+    const simd::Int2 beyondEight = ax > 8.0;
+    if (upToFour[0] && upToFour[1]) return j1UpToFour(x, ax);
+    if (beyondEight[0] && beyondEight[1]) return besselAsymptotic(x, ax, 0);
+    const Double2 middle = j1UpToEight(x, ax);
+    if (!simd::anyLane(upToFour | beyondEight)) return middle;
+    const Double2 low = simd::anyLane(upToFour) ? j1UpToFour(x, ax) : middle;
+    const Double2 high = simd::anyLane(beyondEight) ? besselAsymptotic(x, ax, 0) : middle;
+    return simd::select(upToFour, low, simd::select(beyondEight, high, middle));
 }
 
 }  // namespace
@@ -205,13 +272,7 @@ void resetBessel() { bs = BesselState{}; }
 }  // namespace special
 
 double S17J1Y1(double x, int type, int& err) {
-    if (!bs.started) {
-        const double eps = X02RMDC(2);
-        bs.xinf = X02RMDC(5);
-        bs.xlarge = 1.0 / std::sqrt(eps);
-        bs.xsmall = std::sqrt(eps) / X02IMDC(1);
-        bs.started = true;
-    }
+    if (!bs.started) startBessel();
     if (type != 0 && type != 1) {
         special::message("S17J1Y1 --E- Wrong Bessel type specified, must be 0 (J1) or 1 (Y1).");
         err = -2;
@@ -233,4 +294,28 @@ double S17J1Y1(double x, int type, int& err) {
     const double j1 = j1Rational(x, ax);
     if (type == 0) return j1;
     return ax <= 4.0 ? y1Rational(ax, j1) : y1RationalFar(ax, j1);
+}
+
+void besselJ1Batch(const double* x, double* j1, int n) {
+    if (!bs.started) startBessel();
+    int i = 0;
+    for (; i + simd::kLanes <= n; i += simd::kLanes) {
+        const Double2 v = simd::load(x + i);
+        const Double2 ax = simd::abs(v);
+        // Outside [xsmall, xlarge] (0, the first term, the warning, what is
+        // no number) the scalar routine answers for both lanes.
+        const simd::Int2 inside = (ax >= bs.xsmall) & (ax <= bs.xlarge);
+        if (inside[0] && inside[1]) {
+            simd::store(j1 + i, j1Pair(v));
+            continue;
+        }
+        for (int k = i; k < i + simd::kLanes; ++k) {
+            int err = 0;
+            j1[k] = S17J1Y1(x[k], 0, err);
+        }
+    }
+    for (; i < n; ++i) {
+        int err = 0;
+        j1[i] = S17J1Y1(x[i], 0, err);
+    }
 }

@@ -1,5 +1,6 @@
 // Special functions: C06CHEB, C06NTOS, S03FACT, S03NOC, S05LN1PX, S14LGCF,
-// S14GAM, S14GAM2, S14LGAM, S14LBETA, S14BFRI, S14IBETA, S15IND, S17J1Y1.
+// S14GAM, S14GAM2, S14LGAM, S14LBETA, S14BFRI, S14IBETA, S15IND, S17J1Y1,
+// besselJ1Batch.
 #pragma once
 
 // Every routine takes its limits from X02RMDC / X02IMDC on its first call.
@@ -70,6 +71,11 @@ double S15IND(double p, int& err);
 // at x <= 0 or where it overflows (result -X02RMDC(5)), 1 argument too
 // large for any accuracy (result 0).
 double S17J1Y1(double x, int type, int& err);
+
+// j1[i] = J1(x[i]) for i < n, two arguments at a time, each bit for bit
+// S17J1Y1(x[i], 0, err).  Arguments outside the forms' range (0, below
+// xsmall, beyond xlarge with its warning) go through S17J1Y1 itself.
+void besselJ1Batch(const double* x, double* j1, int n);
 
 // Puts every routine of this family back to its first-call state.
 void resetSpecialFunctions();

@@ -62,9 +62,11 @@ double ellipsoidIntensity(double s, double Rell, double nu);
 double dumbbellFactor(double s, double Rout);
 
 // ----- The same values for a whole curve -------------------------------------
-// Each gives bit for bit what the one-value routines above give, with the
-// terms that do not change along the curve computed once, summed in the
-// same order.
+// Each gives what the one-value routines above give, with the terms that do
+// not change along the curve computed once and J1 taken two at a time in the
+// lanes of simd::Double2, summed in the same order: the same bits, except
+// the ellipsoid's, whose sin and cos come from the vector kernel
+// (ellipsoidCurve).
 
 // out[i] = sphereAmp(x[i]) for i < n.
 void sphereAmpBatch(const double* x, double* out, int n);
@@ -94,5 +96,7 @@ void prepareCylinders(CylinderFamily& f, const double* R, int nR, double Rin, do
 // C[i] = cylinderOneRadius(s, f.R[i], ...) for every radius of the family.
 void cylinderAverages(const CylinderFamily& f, double s, double* C);
 
-// out[k] = ellipsoidIntensity(s[k], Rell, nu) for k < nPts.
+// out[k] = ellipsoidIntensity(s[k], Rell, nu) for k < nPts, with sin and cos
+// of the amplitude's argument from sinCosBatch where that argument is at
+// least 0.25: within 1e-15 relative of the one-value routine, not bit for bit.
 void ellipsoidCurve(double Rell, double nu, const double* s, int nPts, double* out);

@@ -65,9 +65,12 @@ const double* typeRow(int type) {
     }
 }
 
-TEST(ModelCurveForms, EveryPhaseTypeIsTheOneValueRoutinesBitForBit) {
+TEST(ModelCurveForms, EveryPhaseTypeAgreesWithTheOneValueRoutines) {
     // The curves compute once what does not change along them and sum in
-    // the same order: the same numbers.  tau = 0: no structure factor.
+    // the same order: the same numbers.  Only the ellipsoid takes sin and cos
+    // from the vector kernel, which may differ from the library's in the
+    // last bit: a few roundings (1e-15 measured), well inside the 1e-13 the
+    // model allows itself.  tau = 0: no structure factor.
     const std::vector<double> s = logGrid();
     const int n = static_cast<int>(s.size());
     for (ModelPhase p : everyKind()) {
@@ -78,7 +81,8 @@ TEST(ModelCurveForms, EveryPhaseTypeIsTheOneValueRoutinesBitForBit) {
             const double want = oneValue(p, s[k]);
             worst = std::max(worst, std::fabs(typeRow(p.phaseType)[k] - want) / std::fabs(want));
         }
-        EXPECT_EQ(worst, 0.0) << "type " << p.phaseType << ", Rout " << p.shell.Rout;
+        EXPECT_LE(worst, p.phaseType == 4 ? 1e-14 : 0.0)
+            << "type " << p.phaseType << ", Rout " << p.shell.Rout << ", Rell " << p.Rell;
     }
 }
 
