@@ -135,6 +135,7 @@ std::optional<Outcome> loadXStart(MonitorState& m) {
     if (std::optional<Outcome> end = loadVector(m, "xStart", row::xStartSet, d.xStart.data())) return end;
     if (m.changedFlag == 0) return std::nullopt;
     d.fStart = 0;
+    m.searchMade = m.startValueKnown = false;
     d.xEnd = d.xStart;
     d.fEnd = 0;
     E4RST1(" ");

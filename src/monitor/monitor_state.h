@@ -28,7 +28,10 @@ struct MonitorState {
     double eps = 0.0;              // machine precision, printed by REPORT
     double rBig = 0.0;             // limit of the big bound
     int status = 0;                // status of E4MON1
-    bool searchRefused = false;    // the last RUN or CONTINUE was refused: no search was made
+    // The end of job names a minimum only where a search produced it: not
+    // before the first RUN, after a refused one, or at a point loaded since.
+    bool searchMade = false;
+    bool startValueKnown = false;  // fStart is the function at xStart
     std::string errorText;         // text of an error exit
 
     // Word n (1-based), blank-padded to 32 characters.

@@ -71,6 +71,8 @@ Outcome problemChange(MonitorState& m, int code) {
     askMessageLevel();
     d.iStat(row::xScaleSet) = d.iStat(row::xScaled) = 0;
     d.fStart = E4FUN1(d.xStart.data());
+    m.searchMade = false;
+    m.startValueKnown = true;
     d.iStat(row::userDialogue) = d.iStat(row::userTypeChange) = 0;
     if (code == kUserProblem && d.nVar() == 0) {
         // The user's function set up no variables (it said why): nothing
@@ -95,6 +97,8 @@ Outcome userDialogueAgain(MonitorState& m, int flagRow) {
     d.iStat(flagRow) = 0;
     d.xStart = d.xEnd;
     d.fStart = f;
+    m.searchMade = false;
+    m.startValueKnown = true;
     if (nVar != d.nVar() || xEnd.a != d.xEnd.a || iFixer.a != d.iFixer.a || f != fEnd) {
         m.changedFlag = 1;
         d.fEnd = f;

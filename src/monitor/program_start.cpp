@@ -52,8 +52,11 @@ void splitCommandLine(const std::string& commandLine) {
 void endOfJob() {
     const E4DataSetRecord& d = E4DataSet;
     const int out = sysinf.outUnit;
-    if (monitorState().searchRefused) {
-        // The last RUN or CONTINUE was refused: what stands here is no minimum.
+    const MonitorState& m = monitorState();
+    if (!m.searchMade && !m.startValueKnown) {
+        write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'No search was made, and the function value is not known',/,1X,'at the point:',/)");
+    } else if (!m.searchMade) {
+        // No RUN, or a refused one, since the point was set: no minimum.
         write(out, "(1X,/,1X,29('-'),' END OF JOB ',29('-'),/,/,1X,'No search was made. Function value is ',G15.7,/,1X,'at the point:',/)",
               d.fStart);
     } else {

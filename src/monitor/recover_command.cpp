@@ -85,6 +85,7 @@ Outcome Recovery::xForm(int n) {
     t = c;
     t.iStat(row::xScaleSet) = 1;
     t.fStart = 0;
+    m.searchMade = m.startValueKnown = false;
     t.xEnd = t.xStart;
     t.fEnd = 0;
     t.iStat(row::fSet) = 0;

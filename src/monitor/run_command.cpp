@@ -31,7 +31,7 @@ void startFromEndPoint() {
 // A method whose search is not built yet is refused plainly: nothing is
 // searched and nothing is reported as a minimum.
 Outcome refuseUnavailable(MonitorState& m, int method) {
-    m.searchRefused = true;
+    m.searchMade = false;
     const MethodRow& r = methodTableRow(method);
     m.errorText = r.minimizer == Minimizer::None
                       ? "Method " + std::to_string(method) + " has no search."
@@ -44,7 +44,8 @@ void callMinimizer(MonitorState& m) {
     int iFlag = d.iFlag;  // under CONTINUE the point at which the search resumes
     methodTableRow(d.iStat(row::methodRunning)).search(iFlag);
     d.iFlag = iFlag;
-    m.searchRefused = false;
+    m.searchMade = true;
+    m.startValueKnown = true;
 }
 
 Outcome firstPass(MonitorState& m, bool isContinue) {

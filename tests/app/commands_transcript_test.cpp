@@ -67,11 +67,12 @@ TEST(CommandsTranscript, PartingDialogueNoSelectsMonteCarloAndYesLeaves) {
     std::size_t left = run.out.find(leaving, second);
     ASSERT_NE(left, std::string::npos) << run.out;
     // The problem has variables, so the end-of-job block comes before the
-    // closing line: the value and the point of problem 7 at its start (0, 0).
+    // closing line: the value and the point of problem 7 at its start (0, 0),
+    // where no search was made.
     std::string rest = run.out.substr(left + leaving.size());
     const std::string block =
         " ----------------------------- END OF JOB -----------------------------\n\n"
-        " Produced function minimum is equal to -0.9322000    \n"
+        " No search was made. Function value is  -0.9322000    \n"
         " at the point:\n\n";
     EXPECT_EQ(rest.substr(0, block.size()), block);
     EXPECT_NE(rest.find("   0.00000       0.00000    \n\n\n"

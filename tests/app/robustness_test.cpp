@@ -46,6 +46,8 @@ std::vector<Row> rows() {
         {"a question asked again after the end of the input", kRosenbrock + "METHOD,M-C,abc\n", {},
          {" E4MON1 -E- End of input: \"METHOD,M-C,abc\" was abandoned.\n", " E4MAIN --- Normal termination\n"},
          1},
+        {"a point loaded and no search made: no minimum is claimed", kRosenbrock + "LOAD,,XSTART,ALL,0.5\nEXIT\nY\n", {},
+         {" No search was made, and the function value is not known\n at the point:\n"}, 0},
         {"CR takes the default shown and loads it", kRosenbrock + "METHOD,SA-NM\nCHECK\n0.9\n5\n\n", {},
          {" Data set is complete\n"}, 0},
         {"a prerequisite that stores nothing", kRosenbrock + "METHOD,N-M\nSET,DA\n", {},

@@ -188,10 +188,10 @@ TEST(SessionStart, FaultyInitializationLinesAreReportedAndTheRestApplies) {
 }
 
 TEST(SessionEnd, EndOfJobBlockAfterExitEndOfInputAndInAutoMode) {
-    // Problem 7 at its start (0, 0): f = -0.9322, one evaluation.  G15.7
+    // Problem 7 at its start (0, 0), no RUN: f = -0.9322, one evaluation.  G15.7
     // writes it as F11.7 and four blanks; 1P,G14.6 writes 0 as "0.00000".
     const std::string block = "\n ----------------------------- END OF JOB -----------------------------\n\n"
-                              " Produced function minimum is equal to -0.9322000    \n at the point:\n\n"
+                              " No search was made. Function value is  -0.9322000    \n at the point:\n\n"
                               "   0.00000       0.00000    \n\n\n"
                               " after          1 function evaluations,\n"
                               "                0 gradient evaluations,\n"
