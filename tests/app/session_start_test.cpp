@@ -130,7 +130,7 @@ TEST(SessionStart, PassiveQuestionnaireWritesTheCommandFile) {
 TEST(SessionStart, InitializationFileInEachPlaceAndNowhere) {
     // HOME is cut to 32 characters with "/Zemok/zemok.ini" behind it, so it
     // must be short for the file there to be found.
-    char homeTemplate[] = "/tmp/zhXXXXXX";
+    char homeTemplate[] = "/tmp/zhXXXXXX";  // unique: mkdtemp; removed below
     const std::string home = mkdtemp(homeTemplate);
     const std::string ini = iniWith({{"HelpFile", "HelpFile = found.hlp"}});
     const std::string found = " Key # 1: [-C]\n" + kPrompt + " from found.hlp\n" + kPrompt + kClosing;

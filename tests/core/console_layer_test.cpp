@@ -1,5 +1,6 @@
 // The console layer: the layout of a prompt, reading a reply with comments
 // and defaults, the message writers and the channel convention.
+#include "support/temp_folder.h"
 #include "core/console_layer.h"
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
@@ -126,7 +127,7 @@ TEST_F(Console, MonitorMessagesGoToTheDataChannelAndTheTerminal) {
     E04MES(std::string(100, 'm'));
     EXPECT_EQ(out.str(), " " + std::string(79, 'm') + "\n");
     out.str("");
-    std::string file = (std::filesystem::temp_directory_path() / "zemok-e04mes.txt").string();
+    std::string file = freshFolder("e04mes") + "/messages.txt";
     unit::open(7, file, {unit::Status::Replace});
     sysinf.dwUnit = 7;
     E04MES("to file");

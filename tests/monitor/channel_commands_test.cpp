@@ -1,6 +1,7 @@
 // Tests of Z1ACS1 and the OPEN, CLOSE handlers: channels, flags and file
 // names, the banner of a data-writing file, the questions and the failure
 // texts, and the first command taken from the key "/C=name".
+#include "support/temp_folder.h"
 #include "monitor/channel_commands.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
@@ -23,10 +24,7 @@ protected:
         resetProgramState();
         unit::setTerminal(&in_, &out_);
         home_ = std::filesystem::current_path();
-        dir_ = ::testing::TempDir() + "channel_commands_" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::filesystem::remove_all(dir_);
-        std::filesystem::create_directories(dir_);
+        dir_ = freshFolder("channels");
         std::filesystem::current_path(dir_);
     }
     void TearDown() override {

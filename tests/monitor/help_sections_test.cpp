@@ -1,5 +1,6 @@
 // Tests of I05FCBD1 on a small help file: the search of sections, repeated
 // sections, the prefix test, output on a file, page control and failures.
+#include "support/temp_folder.h"
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
 #include "platform/units.h"
@@ -38,9 +39,7 @@ protected:
         unit::resetUnits();
         resetSysinf();
         unit::setTerminal(&in_, &out_);
-        dir_ = ::testing::TempDir() + "help_sections_" +
-               ::testing::UnitTest::GetInstance()->current_test_info()->name();
-        std::filesystem::create_directories(dir_);
+        dir_ = freshFolder("help");
         helpFile_ = dir_ + "/test.hlp";
         std::ofstream(helpFile_) << kHelpText;
     }

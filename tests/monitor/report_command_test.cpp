@@ -1,5 +1,6 @@
 // REPORT: the status table, the environment block, the heading and numbers
 // of the data report, the closing lines, and reports appended to a file.
+#include "support/temp_folder.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
@@ -82,8 +83,7 @@ TEST_F(Report, UnknownTypeAsksForHelpInteractivelyAndFailsInAuto) {
 }
 
 TEST_F(Report, ReportOnAFileGoesBehindItsContents) {
-    std::string dir = (std::filesystem::temp_directory_path() / "zemok-report-file").string();
-    std::filesystem::create_directories(dir);
+    std::string dir = freshFolder("report");
     std::string file = dir + "/out.txt";
     std::ofstream(file) << "old line\n";
     session("OPEN,DATA,WRITE," + file + "\nREPORT,,U\nEXIT\n");

@@ -1,5 +1,6 @@
 // Clock and process services: the date and time texts, the CPU clock, the
 // program's command line as one text, the shell call and the process start.
+#include "support/temp_folder.h"
 #include "platform/clock.h"
 #include "platform/process.h"
 #include "platform/units.h"
@@ -61,8 +62,7 @@ TEST(Clock, EnvironmentValues) {
 }
 
 TEST(Process, ShellCallWaitsAndGivesTheExitStatus) {
-    std::string marker = (std::filesystem::temp_directory_path() / "zemok-shell-marker").string();
-    std::filesystem::remove(marker);
+    std::string marker = freshFolder("shell") + "/marker";
     EXPECT_EQ(S_SYSTEM("touch " + marker), 0);
     EXPECT_TRUE(std::filesystem::exists(marker));  // it waited for the end
     std::filesystem::remove(marker);

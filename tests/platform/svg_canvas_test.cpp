@@ -1,5 +1,6 @@
 // Tests of the graphics window canvas: palette, line masks, fonts, window
 // configuration, world mapping, joined lines, shapes, text and the SVG file.
+#include "support/temp_folder.h"
 #include "platform/svg_canvas.h"
 #include "platform/units.h"
 
@@ -195,7 +196,7 @@ TEST_F(SvgCanvasTest, PictureFileIsWellFormedSvg) {
     canvas::moveToPixel(1, 1);
     canvas::lineToPixel(50, 60);
     canvas::drawText("\"quoted\" & <tagged>");
-    std::string path = (std::filesystem::temp_directory_path() / "svg_canvas_test.svg").string();
+    std::string path = freshFolder("svg") + "/canvas.svg";
     canvas::setPictureFile(path);
     ASSERT_EQ(canvas::closeWindow(15), 0);
     EXPECT_FALSE(canvas::windowOpen());

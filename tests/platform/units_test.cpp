@@ -1,6 +1,7 @@
 // The unit table: OPEN with its status and position words, sequential
 // records, BACKSPACE, REWIND, direct access, the '$' open record, terminal
 // redirection.
+#include "support/temp_folder.h"
 #include "platform/units.h"
 
 #include <gtest/gtest.h>
@@ -17,10 +18,7 @@ class Units : public ::testing::Test {
 protected:
     void SetUp() override {
         unit::resetUnits();
-        dir = fs::temp_directory_path() / ("zemok-units-" + std::to_string(::testing::UnitTest::GetInstance()->random_seed()) + "-" +
-                                           ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir);
-        fs::create_directories(dir);
+        dir = freshFolder("units");
     }
     void TearDown() override {
         unit::resetUnits();

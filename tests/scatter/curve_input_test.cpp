@@ -1,5 +1,6 @@
 // Tests of the curve input: LOADATF on text files, TAVREAD on frame sets,
 // and the whole dialogue of loadMeasuredCurve with its refusals.
+#include "support/temp_folder.h"
 #include "scatter/measured_curve.h"
 
 #include "monitor/monitor.h"
@@ -30,8 +31,7 @@ protected:
         resetProgramState();
         resetMeasuredCurve();
         // Short: the file questions hold names of 60 characters.
-        dir_ = std::filesystem::temp_directory_path() / ("ci" + std::to_string(::getpid()));
-        std::filesystem::create_directories(dir_);
+        dir_ = freshFolder("ci");
         unit::setTerminal(&in_, &out_);
     }
     void TearDown() override {

@@ -1,5 +1,6 @@
 // Tests of the plot layer and the picture of a fit: tick rule, label field,
 // scale exponent, window and viewport, curves, texts, limits and the SVG.
+#include "support/temp_folder.h"
 #include "platform/svg_canvas.h"
 #include "platform/units.h"
 #include "scatter/fit_picture.h"
@@ -348,7 +349,7 @@ TEST_F(PlotLayerTest, PictureOfAFitHoldsEveryCurveAndLegend) {
     const double cyl[n] = {3.0, 2.0, 1.0, 0.5, 0.25};
     const double* phases[2] = {sph, cyl};
     const int types[2] = {1, 2};
-    std::string base = (std::filesystem::temp_directory_path() / "plot_layer_test").string();
+    std::string base = freshFolder("plot") + "/picture";
     ASSERT_EQ(DrawFitPicture(n, s, I, fit, 2, phases, types, base), 0);
     EXPECT_EQ(out_.str(), " Graphics Window written to " + base + ".svg\n");
     EXPECT_DOUBLE_EQ(plotState.wyMin, -15.0);  // the zero intensity
@@ -377,7 +378,7 @@ TEST_F(PlotLayerTest, PictureOfAFitHoldsEveryCurveAndLegend) {
 }
 
 TEST_F(PlotLayerTest, WaitCloseWritesThePictureAndReadsOneLine) {
-    std::string path = (std::filesystem::temp_directory_path() / "plot_wait_test.svg").string();
+    std::string path = freshFolder("plot") + "/wait.svg";
     OpenGraphics("", "");
     canvas::setPictureFile(path);
     in_.str("\nnext\n");

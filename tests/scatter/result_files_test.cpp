@@ -1,6 +1,7 @@
 // The result files of the fit written from a fixed model and curve, whole and
 // byte for byte: .pam, .str, .fit, .csv, the log, the table on the terminal, the
 // picture beside them, and the fixed names of a TEST run.
+#include "support/temp_folder.h"
 #include "monitor/monitor.h"
 #include "platform/units.h"
 #include "scatter/measured_curve.h"
@@ -66,10 +67,7 @@ protected:
     void SetUp() override {
         resetProgramState();
         home = fs::current_path();
-        dir = fs::path(::testing::TempDir()) / ("rf_" + std::to_string(::getpid()) + "_" +
-                                                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir);
-        fs::create_directories(dir);
+        dir = freshFolder("rf");
         fs::current_path(dir);
         unit::setTerminal(&in, &out);
         fixedModel();

@@ -2,6 +2,7 @@
 // answers files written into a fresh temporary folder.
 #pragma once
 
+#include "support/temp_folder.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "platform/units.h"
@@ -26,11 +27,7 @@ protected:
         resetAnswersFile();
         resetMeasuredCurve();
         // Short paths: a key of the command line is looked at up to 80 characters.
-        static int serial = 0;
-        dir = std::filesystem::path(::testing::TempDir()) /
-              ("s2_" + std::to_string(::getpid()) + "_" + std::to_string(++serial));
-        std::filesystem::remove_all(dir);
-        std::filesystem::create_directories(dir);
+        dir = freshFolder("s");
         // The log and the result files of the fit are written beside the test.
         home = std::filesystem::current_path();
         std::filesystem::current_path(dir);

@@ -1,5 +1,6 @@
-// Support of the transcript tests: runZemok, freshFolder, fileText, writeFile.
+// Support of the transcript tests: runZemok, fileText, writeFile.
 #include "support/run_zemok.h"
+#include "support/temp_folder.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -9,15 +10,6 @@
 #include <unistd.h>
 
 namespace fs = std::filesystem;
-
-std::string freshFolder(const std::string& stem) {
-    static int counter = 0;
-    fs::path dir = fs::temp_directory_path() /
-                   ("zemok-" + stem + "-" + std::to_string(getpid()) + "-" + std::to_string(++counter));
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    return dir.string();
-}
 
 std::string fileText(const std::string& path) {
     std::ifstream in(path, std::ios::binary);

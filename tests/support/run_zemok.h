@@ -2,6 +2,8 @@
 // back what it wrote and its exit code.
 #pragma once
 
+#include "support/temp_folder.h"
+
 #include <string>
 #include <vector>
 
@@ -25,8 +27,6 @@ ZemokRun runZemok(const std::string& input, const std::vector<std::string>& args
 ZemokRun runZemokAsStarted(const std::string& input, const std::vector<std::string>& args,
                            const std::string& workDir, const std::string& home);
 
-// A fresh empty folder under the system's temporary folder.
-std::string freshFolder(const std::string& stem);
 // The whole contents of a file, or "" when it cannot be read.
 std::string fileText(const std::string& path);
 void writeFile(const std::string& path, const std::string& text);

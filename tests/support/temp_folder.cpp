@@ -1,4 +1,6 @@
-// TempFolder: mkdtemp under the system's temporary folder.
+// freshFolder and its sweeper: every folder made during a test is removed
+// when the test ends well, so that a run leaves nothing behind and two runs
+// at once never share a folder.
 #include "support/temp_folder.h"
 
 #include <gtest/gtest.h>
@@ -8,19 +10,39 @@
 #include <iostream>
 #include <vector>
 
-TempFolder::TempFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "zemok-test-XXXXXX").string();
-    std::vector<char> text(pattern.begin(), pattern.end());
-    text.push_back('\0');
-    if (mkdtemp(text.data()) != nullptr) path_ = text.data();
+namespace {
+
+std::vector<std::string>& madeInThisTest() {
+    static std::vector<std::string> folders;
+    return folders;
 }
 
-TempFolder::~TempFolder() {
-    if (path_.empty()) return;
-    if (::testing::Test::HasFailure()) {
-        std::cerr << "kept for inspection: " << path_ << "\n";
-        return;
+class FolderSweeper : public ::testing::EmptyTestEventListener {
+    void OnTestEnd(const ::testing::TestInfo& info) override {
+        for (const std::string& dir : madeInThisTest()) {
+            if (info.result()->Failed()) {
+                std::cerr << "kept for inspection: " << dir << "\n";
+                continue;
+            }
+            std::error_code ec;
+            std::filesystem::remove_all(dir, ec);
+        }
+        madeInThisTest().clear();
     }
-    std::error_code ec;
-    std::filesystem::remove_all(path_, ec);
+};
+
+}  // namespace
+
+std::string freshFolder(const std::string& stem) {
+    std::string pattern = (std::filesystem::temp_directory_path() / ("zemok-" + stem + "-XXXXXX")).string();
+    std::vector<char> text(pattern.begin(), pattern.end());
+    text.push_back('\0');
+    if (mkdtemp(text.data()) == nullptr) {
+        ADD_FAILURE() << "cannot make a folder like " << pattern;
+        return pattern;
+    }
+    madeInThisTest().push_back(text.data());
+    return text.data();
 }
+
+void installFolderSweeper() { ::testing::UnitTest::GetInstance()->listeners().Append(new FolderSweeper); }

@@ -1,5 +1,6 @@
 // Tests of the array readers I5LRA1, I5LIA1, R02RDR, R02RDI, the writers
 // R02WRA1, R2WIA1 and the word joiner R02AWL.
+#include "support/temp_folder.h"
 #include "console_fixture.h"
 #include "textfile/array_io.h"
 
@@ -17,8 +18,7 @@ class ArrayIO : public ConsoleFixture {
 protected:
     void SetUp() override {
         ConsoleFixture::SetUp();
-        path_ = ::testing::TempDir() + "array_io_" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".inp";
+        path_ = freshFolder("array") + "/array.inp";
     }
     void TearDown() override {
         ConsoleFixture::TearDown();

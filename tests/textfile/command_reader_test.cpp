@@ -1,5 +1,6 @@
 // Tests of I5ROL2: prompt and read at the terminal, lines from a command
 // file with their echo, the end of the source, and the copy on dwUnit.
+#include "support/temp_folder.h"
 #include "console_fixture.h"
 
 #include "textfile/command_stack.h"
@@ -14,8 +15,7 @@ namespace fs = std::filesystem;
 
 class CommandReaderTest : public ConsoleFixture {
 protected:
-    fs::path dir = fs::temp_directory_path() /
-                   ("zemok_reader_" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+    fs::path dir = freshFolder("reader");
 
     void SetUp() override {
         ConsoleFixture::SetUp();

@@ -1,5 +1,6 @@
 // Asking for file names: I05EFND completes a reply from its default, Z1OPN1
 // opens a file and offers another name when that fails.
+#include "support/temp_folder.h"
 #include "textfile/file_spec.h"
 
 #include "monitor/monitor.h"
@@ -20,9 +21,7 @@ protected:
     void SetUp() override {
         resetProgramState();
         ConsoleFixture::SetUp();
-        dir = fs::temp_directory_path() / ("zemok_dialogue_" + std::to_string(getpid()));
-        fs::remove_all(dir);
-        fs::create_directories(dir);
+        dir = freshFolder("dialogue");
     }
     void TearDown() override {
         ConsoleFixture::TearDown();

@@ -1,6 +1,7 @@
 // Random keyed files and random value words through the keyed readers and
 // the array loaders: every call ends with one of its status values, keeps
 // the sizes of its fields and writes nothing outside its array.
+#include "support/temp_folder.h"
 #include "console_fixture.h"
 #include "textfile/array_io.h"
 #include "textfile/keyed_reading.h"
@@ -22,8 +23,7 @@ class KeyedFuzz : public ConsoleFixture {
 protected:
     void SetUp() override {
         ConsoleFixture::SetUp();
-        path_ = ::testing::TempDir() + "keyed_fuzz_" +
-                std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()) + ".txt";
+        path_ = freshFolder("fuzz") + "/keyed.txt";
     }
     void TearDown() override {
         ConsoleFixture::TearDown();

@@ -1,5 +1,6 @@
 // Tests of the keyed readers I05FTSF, I05RS2 and I05RIN2 on small keyed
 // files such as an initialization file.
+#include "support/temp_folder.h"
 #include "console_fixture.h"
 #include "textfile/keyed_reading.h"
 
@@ -14,8 +15,7 @@ class KeyedReading : public ConsoleFixture {
 protected:
     // Writes `text` to a file and opens it on kChannel.
     void openText(const std::string& text) {
-        path_ = ::testing::TempDir() + "keyed_reading_" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name() + ".ini";
+        path_ = freshFolder("keyed") + "/keyed.ini";
         std::ofstream(path_) << text;
         unit::OpenSpec spec;
         spec.status = unit::Status::Old;
