@@ -2,6 +2,7 @@
 // its parameter errors as the use of a Hessian of the user's problem.
 #include "app/module_registry.h"
 
+#include "core/machine_constants.h"
 #include "core/module_resets.h"
 #include "methods/annealed_simplex.h"
 #include "methods/first_order_driver.h"
@@ -11,6 +12,7 @@
 #include "methods/simplex_search.h"
 #include "monitor/monitor.h"
 #include "numlib/cpu_timers.h"
+#include "numlib/special_functions.h"
 #include "objective/computational_noise.h"
 #include "objective/target_function.h"
 #include "objective/user_function.h"
@@ -21,9 +23,11 @@
 #include "textfile/word_splitter.h"
 
 void registerModules() {
+    registerModuleReset(resetMachineConstants);
     registerModuleReset(resetWordSplitter);
     registerModuleReset(resetNumberText);
     registerModuleReset(resetCpuTimers);
+    registerModuleReset(resetSpecialFunctions);
     registerModuleReset(resetTargetFunction);
     registerModuleReset(resetComputationalNoise);
     registerModuleReset(resetSimplexSearch);

@@ -148,10 +148,10 @@ TEST_F(FirstOrder, OneFreeVariableMakesOneIteration) {
     EXPECT_EQ(E4DataSet.iStat(row::maxITR), 1);
     EXPECT_EQ(iterations(), 1);
     EXPECT_EQ(E4DataSet.xEnd(2), E4DataSet.xStart(2));
-    EXPECT_NE(out.str().find(" E4FOM1 --- Search stopped. The reason:\n            EXIT ON ITERATION COUNT\n"
+    EXPECT_NE(out_.str().find(" E4FOM1 --- Search stopped. The reason:\n            EXIT ON ITERATION COUNT\n"
                              " Return to monitor program after    1 iterations\n"),
               std::string::npos)
-        << out.str();
+        << out_.str();
 }
 
 // Fletcher-Reeves and Polak-Ribiere with two free variables: iterations 1,

@@ -15,7 +15,7 @@ protected:
     // Problem 8 in three variables, f = 1/2 (x - z)' A (x - z) with z =
     // (1, -2, 0.5), at its start 0; or Rosenbrock (classical, scale 1).
     void start(int code) {
-        in.str(code == 8 ? "4 1 0.5\n3 0.2\n2\nY\n0\n1 -2 0.5\n" : "\n\n");
+        feed(code == 8 ? "4 1 0.5\n3 0.2\n2\nY\n0\n1 -2 0.5\n" : "\n\n");
         E4DataSet.nVar() = code == 8 ? 3 : 2;
         select(code);
     }

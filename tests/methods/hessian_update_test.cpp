@@ -105,7 +105,7 @@ TEST_F(Hessian, DiagonalAccumulation) {
         EXPECT_NEAR(h[0], c.h1, 1e-15) << c.method;
         EXPECT_NEAR(h[1], c.h2, 1e-15) << c.method;
     }
-    EXPECT_EQ(out.str(), " E4HES2 --- DIVISION BY ZERO. NO HESSIAN DIAGONAL UPDATING IS POSSIBLE.\n");
+    EXPECT_EQ(out_.str(), " E4HES2 --- DIVISION BY ZERO. NO HESSIAN DIAGONAL UPDATING IS POSSIBLE.\n");
 }
 
 // diag(4, -1e-17), of condition 4e17 beyond 2 / eps: the limit turns on,
@@ -129,7 +129,7 @@ TEST_F(Hessian, SpectrumRepairedAndSpreadBack) {
         EXPECT_NEAR(E4DataSet.hCondNow * b2 / -4, 1.0, 1e-12);
         EXPECT_EQ(E4DataSet.iStat(row::hCondSwitch), b2 == -1.0 ? 0 : 1);
     }
-    EXPECT_EQ(out.str(), " E4HES3 -W- HESSIAN MATRIX IS NOT POSITIVE DEFINITE.\n");
+    EXPECT_EQ(out_.str(), " E4HES3 -W- HESSIAN MATRIX IS NOT POSITIVE DEFINITE.\n");
     set(3, {2, 7, 1, 7, 7, 7, 1, 7, 2}, {1, 0, 1});
     EXPECT_EQ(spectrum(), 0);
     const E4DataSetRecord& d = E4DataSet;

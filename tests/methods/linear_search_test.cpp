@@ -28,7 +28,7 @@ protected:
         double f = f7(base), d[2] = {1.0, 0.0}, xTol[2];
         flag = 1;
         trace.seen.clear();
-        out.str("");
+        out_.str("");
         E4SRH1(dset.xStart.data(), dset.xEnd.data(), d, step, stepMax, f, path, dF, xTol, 2, flag, 6, 0, maxSteps,
                mode, "TEST");
         fBest = f;
@@ -105,7 +105,7 @@ TEST_F(LinearSearch, AbnormalEndIsReportedWithTheBestPoint) {
         "            measured in fractions of the euclidean norm of\n"
         "            the direction vector.\n"
         "            Return with the best point after  2 performed steps.\n";
-    EXPECT_EQ(out.str(), expected);
+    EXPECT_EQ(out_.str(), expected);
 }
 
 // The vector routines skip fixed components (iFixer 0).

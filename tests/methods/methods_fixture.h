@@ -1,7 +1,6 @@
-// MethodsFixture: a test of a search or of its parts starts from the
-// program's start state in auto mode (test problems take their default
-// dimension), with the terminal sent to string streams and a recorder of
-// the trace records of every search.
+// MethodsFixture: the terminal fixture in auto mode (test problems take
+// their default dimension), with a recorder of the trace records of every
+// search.
 #pragma once
 
 #include "core/e4dataset.h"
@@ -9,11 +8,10 @@
 #include "core/sysinf.h"
 #include "methods/search_trace.h"
 #include "objective/target_function.h"
-#include "platform/units.h"
+#include "support/terminal_test.h"
 
 #include <gtest/gtest.h>
 
-#include <sstream>
 #include <vector>
 
 // Every record, with a copy of its vector (nVar entries) and the counts of
@@ -39,16 +37,15 @@ struct TraceRecorder : SearchTrace {
     }
 };
 
-class MethodsFixture : public ::testing::Test {
+class MethodsFixture : public TerminalTest {
 protected:
     void SetUp() override { fresh(); }
     void TearDown() override {
         setTraceObserver(nullptr);
-        unit::resetUnits();
+        TerminalTest::TearDown();
     }
     void fresh() {
-        resetProgramState();
-        unit::setTerminal(&in, &out);
+        TerminalTest::SetUp();
         sysinf.MODEE4 = 1;
         setTraceObserver(&trace);
         trace.seen.clear();
@@ -66,7 +63,5 @@ protected:
         d.iStat(row::FrlErrSet) = d.iStat(row::rFTolSet) = d.iStat(row::rXTolSet) = 1;
         d.iStat(row::messageLevel) = 0;
     }
-    std::istringstream in;
-    std::ostringstream out;
     TraceRecorder trace;
 };

@@ -1,27 +1,16 @@
-// MonitorSession: a test fixture that runs the command monitor on a scripted
-// terminal, starting from the program's start state.
+// MonitorSession: the terminal fixture running the command monitor.
 #pragma once
 
 #include "monitor/monitor.h"
-#include "platform/units.h"
+#include "support/terminal_test.h"
 
-#include <gtest/gtest.h>
-
-#include <sstream>
-#include <string>
-
-class MonitorSession : public ::testing::Test {
+class MonitorSession : public TerminalTest {
 protected:
-    void SetUp() override { resetProgramState(); }
-    void TearDown() override { unit::resetUnits(); }
     // Runs E4MON1 with `input` as the terminal; returns what it wrote.
     std::string session(const std::string& input) {
-        std::istringstream in(input);
-        std::ostringstream out;
-        unit::setTerminal(&in, &out);
+        feed(input);
         E4MON1(status);
-        unit::resetTerminal();
-        return out.str();
+        return output();
     }
     int status = -1;
 };

@@ -4,7 +4,7 @@
 
 #include "platform/units.h"
 
-#include "special_fixture.h"
+#include "support/terminal_test.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@
 
 namespace {
 
-class IncompleteBeta : public SpecialFixture {};
+class IncompleteBeta : public TerminalTest {};
 
 TEST_F(IncompleteBeta, RatioRangeChecksAndSymmetricPoint) {
     int err = 99;
@@ -25,16 +25,16 @@ TEST_F(IncompleteBeta, RatioRangeChecksAndSymmetricPoint) {
     // I(x; 1, 1) = x and I(x; a, 1) = x^a.
     EXPECT_NEAR(S14BFRI(0.3, 1.0, 1.0, err), 0.3, 1e-15);
     EXPECT_NEAR(S14BFRI(0.3, 3.0, 1.0, err), 0.027, 1e-16);
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
     EXPECT_EQ(S14BFRI(1.5, 2.0, 2.0, err), 0.0);
     EXPECT_EQ(err, -1);
-    EXPECT_EQ(take(), " S14BFRI --E- X is not in the range (0.0,1.0).\n");
+    EXPECT_EQ(output(), " S14BFRI --E- X is not in the range (0.0,1.0).\n");
     EXPECT_EQ(S14BFRI(-0.1, 2.0, 2.0, err), 0.0);
     EXPECT_EQ(err, -1);
-    take();
+    output();
     EXPECT_EQ(S14BFRI(0.5, 0.0, 2.0, err), 0.0);
     EXPECT_EQ(err, -2);
-    EXPECT_EQ(take(), " S14BFRI --E- Both Beta parameters must be greater than 0.0.\n");
+    EXPECT_EQ(output(), " S14BFRI --E- Both Beta parameters must be greater than 0.0.\n");
     EXPECT_EQ(S14BFRI(0.5, 2.0, -1.0, err), 0.0);
     EXPECT_EQ(err, -2);
 }
@@ -66,7 +66,7 @@ TEST_F(IncompleteBeta, InverseMeetsTheRatioOverAGrid) {
                 << "P " << P << " a " << p[0] << " b " << p[1] << " x " << x;
         }
     }
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(IncompleteBeta, InverseOfClosedForms) {
@@ -78,30 +78,30 @@ TEST_F(IncompleteBeta, InverseOfClosedForms) {
     // Symmetric parameters: the median is 1/2.
     EXPECT_NEAR(S14IBETA(0.5, 3.0, 3.0, err), 0.5, 1e-12);
     EXPECT_NEAR(S14IBETA(0.5, 0.5, 0.5, err), 0.5, 1e-12);
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(IncompleteBeta, InverseRefusalsAndTheEndsOfP) {
     int err = 99;
     EXPECT_EQ(S14IBETA(1.5, 2.0, 3.0, err), 0.0);
     EXPECT_EQ(err, -1);
-    EXPECT_EQ(take(), " S14IBETA --E- P lies outside [0,1].\n");
+    EXPECT_EQ(output(), " S14IBETA --E- P lies outside [0,1].\n");
     EXPECT_EQ(S14IBETA(-0.5, 2.0, 3.0, err), 0.0);
     EXPECT_EQ(err, -1);
-    take();
+    output();
     EXPECT_EQ(S14IBETA(0.5, 0.0, 3.0, err), 0.0);
     EXPECT_EQ(err, -2);
-    EXPECT_EQ(take(), " S14IBETA --E- One of the Beta parameters <= 0.\n");
+    EXPECT_EQ(output(), " S14IBETA --E- One of the Beta parameters <= 0.\n");
     EXPECT_EQ(S14IBETA(0.5, 3.0, -1.0, err), 0.0);
     EXPECT_EQ(err, -2);
-    take();
+    output();
     // Unbalanced parameters go straight to the ends of P.
     EXPECT_EQ(S14IBETA(0.0, 0.5, 3.0, err), 0.0);
     EXPECT_EQ(err, 1);
-    EXPECT_EQ(take(), " S14IBETA --W- P = 0.0 case, returns X = 0.0.\n");
+    EXPECT_EQ(output(), " S14IBETA --W- P = 0.0 case, returns X = 0.0.\n");
     EXPECT_EQ(S14IBETA(1.0, 0.5, 3.0, err), 1.0);
     EXPECT_EQ(err, 2);
-    EXPECT_EQ(take(), " S14IBETA --W- P = 1.0 case, returns X = 1.0.\n");
+    EXPECT_EQ(output(), " S14IBETA --W- P = 1.0 case, returns X = 1.0.\n");
 }
 
 }  // namespace

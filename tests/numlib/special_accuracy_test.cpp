@@ -6,7 +6,7 @@
 
 #include "platform/units.h"
 
-#include "special_fixture.h"
+#include "support/terminal_test.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ namespace {
 using special_reference::Row;
 using special_reference::rowsOf;
 
-class SpecialAccuracy : public SpecialFixture {
+class SpecialAccuracy : public TerminalTest {
 protected:
 
     // Every row of the routine within tol relative to max(|ref|, scale(row)),

@@ -3,7 +3,7 @@
 // (special_quad_reference.h).
 #include "numlib/special_functions.h"
 
-#include "special_fixture.h"
+#include "support/terminal_test.h"
 #include "special_quad_reference.h"
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 
 using quad_reference::Quad;
 
-class SpecialEdges : public SpecialFixture {};
+class SpecialEdges : public TerminalTest {};
 
 const double kBig = std::ldexp(1.0, 1022);  // rBig of IEEE double
 const double kEps = std::ldexp(1.0, -52);
@@ -45,7 +45,7 @@ TEST_F(SpecialEdges, GammaOfATinyNegativeArgumentIsNoNegativeInteger) {
         EXPECT_LE(relativeError(S14GAM2(x, err), gamma), 4 * kEps) << "Gamma2(" << x << ")";
         EXPECT_EQ(err, 0) << x;
     }
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
     // S14LGAM(-1e-17) = 39.1439465808988 (= 17 ln 10 + 5.8e-18).
     int err = 99;
     EXPECT_NEAR(S14LGAM(-1e-17, err), 39.14394658089878, 1e-13);
@@ -64,7 +64,7 @@ TEST_F(SpecialEdges, GammaRefusesEveryNegativeIntegerAndKeepsItsNeighbours) {
         int err = 99;
         EXPECT_EQ(S14GAM(r.x, err), kBig) << r.x;
         EXPECT_EQ(err, -1) << r.x;
-        EXPECT_EQ(take(), std::string(" S14GAM ---E- The argument is a negative integer: ") +
+        EXPECT_EQ(output(), std::string(" S14GAM ---E- The argument is a negative integer: ") +
                               r.shown + "\n");
     }
     // Half-way between integers the value stands: Gamma(1/2) = sqrt(pi) lowered
@@ -76,13 +76,13 @@ TEST_F(SpecialEdges, GammaRefusesEveryNegativeIntegerAndKeepsItsNeighbours) {
         EXPECT_LE(relativeError(got, quad_reference::gammaHalfInteger(x)), 2e-13) << x;
         EXPECT_EQ(err, 0) << x;
     }
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
     // One ulp from -11 it is a number, with the loss-of-precision warning.
     int err = 99;
     const double x = std::nextafter(-11.0, 0.0);
     EXPECT_NE(S14GAM(x, err), kBig);
     EXPECT_EQ(err, 1);
-    EXPECT_EQ(take().rfind(" S14GAM ---W- Loss of precision because the argument is too close\n",
+    EXPECT_EQ(output().rfind(" S14GAM ---W- Loss of precision because the argument is too close\n",
                            0),
               0u);
 }
@@ -118,7 +118,7 @@ TEST_F(SpecialEdges, BesselOneOnADenseGridFromFourToEight) {
     EXPECT_LE(worstJ, 4 * kEps);
     EXPECT_LE(worstY, 4 * kEps) << "at x = " << worstAt;
     RecordProperty("worst_Y1_4_8_in_eps", std::to_string(worstY / kEps));
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 }  // namespace

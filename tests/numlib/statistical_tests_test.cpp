@@ -7,7 +7,7 @@
 
 #include "platform/units.h"
 
-#include "special_fixture.h"
+#include "support/terminal_test.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@
 
 namespace {
 
-class RunsTest : public SpecialFixture {
+class RunsTest : public TerminalTest {
 protected:
     double stat = 7.0, low = 7.0, up = 7.0;
     int err = 99;
@@ -51,14 +51,14 @@ TEST_F(RunsTest, NineteenPointsAreRefusedTwentyAreTested) {
     EXPECT_EQ(stat, 7.0);  // untouched
     EXPECT_EQ(low, 7.0);
     EXPECT_EQ(up, 7.0);
-    EXPECT_EQ(take(), "  G02WALD1 -E- Number of data points less than 20.\n");
+    EXPECT_EQ(output(), "  G02WALD1 -E- Number of data points less than 20.\n");
 
     EXPECT_FALSE(G02WALD2(kTwenty.data(), 19, 10.5, 0.05, stat, low, up, err));
     EXPECT_EQ(err, -1);
     EXPECT_EQ(stat, std::ldexp(1.0, 1022));
     EXPECT_EQ(low, 0.0);
     EXPECT_EQ(up, 0.0);
-    EXPECT_EQ(take(), "  G02WALD2 -E- Number of data points less than 20.\n");
+    EXPECT_EQ(output(), "  G02WALD2 -E- Number of data points less than 20.\n");
 
     // n = 20 about the mean: m = M = 10, exact critical numbers for
     // alpha/2 = 0.025 over C(20,10) = 184756 arrangements.  Cumulative counts
@@ -77,7 +77,7 @@ TEST_F(RunsTest, NineteenPointsAreRefusedTwentyAreTested) {
     EXPECT_EQ(stat, 1.0);
     EXPECT_EQ(low, 0.0);
     EXPECT_EQ(up, 0.0);
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(RunsTest, PointsOnTheCentre) {
@@ -112,7 +112,7 @@ TEST_F(RunsTest, PointsOnTheCentre) {
     G02WALD2(z.data(), 21, 0.0, 0.05, stat, low, up, err);
     EXPECT_EQ(err, 0);
     EXPECT_EQ(stat, 3.0);
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(RunsTest, CriticalNumbersThemselvesAreRejected) {
@@ -132,11 +132,11 @@ TEST_F(RunsTest, SignificanceLevelMustLieInsideZeroToOne) {
     EXPECT_EQ(stat, -1.0);
     EXPECT_EQ(low, -1.0);
     EXPECT_EQ(up, -1.0);
-    EXPECT_EQ(take(), "  G02WALD2 -E- Wrong significance level specified: 0.0\n"
+    EXPECT_EQ(output(), "  G02WALD2 -E- Wrong significance level specified: 0.0\n"
                       "               Must be in the range (0,1).\n");
     EXPECT_FALSE(G02WALD1(x.data(), 20, 1.0, stat, low, up, err));
     EXPECT_EQ(err, -2);
-    EXPECT_EQ(take(), "  G02WALD2 -E- Wrong significance level specified: 1.00000\n"
+    EXPECT_EQ(output(), "  G02WALD2 -E- Wrong significance level specified: 1.00000\n"
                       "               Must be in the range (0,1).\n");
 }
 
@@ -166,7 +166,7 @@ TEST_F(RunsTest, ExactCriticalNumbersOfSmallSamples) {
         EXPECT_EQ(lo, wantLow) << r.arg[0] << " " << r.arg[1] << " " << r.arg[2];
         EXPECT_EQ(hi, wantUp) << r.arg[0] << " " << r.arg[1] << " " << r.arg[2];
     }
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(RunsTest, VeryUnbalancedLongSampleUsesTheExactNumbers) {
@@ -195,7 +195,7 @@ TEST_F(RunsTest, BalancedLongSampleUsesTheNormalApproximation) {
         // 72 runs give 2.0168: beyond 1.96 but inside the widened interval.
         EXPECT_EQ(accepted, runs == 61 || runs == 72) << runs;
     }
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 TEST_F(RunsTest, ModeratelyUnbalancedLongSampleUsesTheBetaApproximation) {
@@ -220,7 +220,7 @@ TEST_F(RunsTest, ModeratelyUnbalancedLongSampleUsesTheBetaApproximation) {
     // 9 runs: up = 0.559 lies below the statistic, so the test rejects.
     const std::vector<double> nine = makeRuns(10, 60, 9);
     EXPECT_FALSE(G02WALD2(nine.data(), 70, 0.0, 0.05, stat, low, up, err));
-    EXPECT_EQ(take(), "");
+    EXPECT_EQ(output(), "");
 }
 
 }  // namespace

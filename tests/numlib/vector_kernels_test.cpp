@@ -3,7 +3,7 @@
 #include "numlib/special_functions.h"
 #include "numlib/vector_trig.h"
 
-#include "special_fixture.h"
+#include "support/terminal_test.h"
 #include "special_quad_reference.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace {
 
 using quad_reference::Quad;
 
-class VectorKernels : public SpecialFixture {};
+class VectorKernels : public TerminalTest {};
 
 bool sameBits(double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; }
 
@@ -69,7 +69,7 @@ TEST_F(VectorKernels, BesselJ1BatchIsTheScalarRoutineBitForBit) {
         int err = 0;
         EXPECT_TRUE(sameBits(j1[i], S17J1Y1(x[i], 0, err))) << x[i];
     }
-    EXPECT_EQ(take(), " S17J1Y1 --W- Loss of accuracy because X is too big.\n"
+    EXPECT_EQ(output(), " S17J1Y1 --W- Loss of accuracy because X is too big.\n"
                       " S17J1Y1 --W- Loss of accuracy because X is too big.\n");
 }
 

@@ -1,36 +1,30 @@
-// ObjectiveFixture: each test of the target function starts from the
-// program's start state with the terminal sent to string streams.
+// ObjectiveFixture: the terminal fixture with the choice of a problem and
+// its evaluation at a point.
 #pragma once
 
 #include "core/e4dataset.h"
-#include "monitor/monitor.h"
 #include "core/sysinf.h"
 #include "objective/target_function.h"
-#include "platform/units.h"
+#include "support/terminal_test.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <sstream>
 #include <string>
 #include <vector>
 
-class ObjectiveFixture : public ::testing::Test {
+class ObjectiveFixture : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
-        resetTargetFunction();
-        unit::setTerminal(&in_, &out_);
+        TerminalTest::SetUp();
         E4DataSet.iStat(row::messageLevel) = 1;  // the monitor's start level
     }
-    void TearDown() override { unit::resetUnits(); }
 
     // Chooses problem `code` as PROBLEM does and makes its first call on
     // xStart; `replies` are the lines typed at the terminal.
     double select(int code, const std::string& replies = "", int mode = 1) {
         sysinf.MODEE4 = mode;
-        in_.str(replies);
-        in_.clear();
+        feed(replies);
         E4DataSet.iStat(row::problemCode) = code;
         return E4FUN1(E4DataSet.xStart);
     }
@@ -39,12 +33,6 @@ protected:
         for (std::size_t i = 0; i < p.size(); ++i) E4DataSet.xEnd(static_cast<int>(i) + 1) = p[i];
         return E4FUN1(E4DataSet.xEnd);
     }
-    // What was written on the terminal since the last call.
-    std::string output() {
-        std::string text = out_.str();
-        out_.str("");
-        return text;
-    }
     static double x(int i) { return E4DataSet.xStart(i); }
     // The dimension and the start point written by the first call.
     static void expectStart(const std::vector<double>& p) {
@@ -52,9 +40,6 @@ protected:
         for (std::size_t i = 0; i < p.size(); ++i) EXPECT_EQ(x(static_cast<int>(i) + 1), p[i]) << i + 1;
     }
     static int nVar() { return E4DataSet.nVar(); }
-
-    std::istringstream in_;
-    std::ostringstream out_;
 };
 
 // Relative agreement to 1e-12 (absolute near zero).

@@ -5,7 +5,7 @@
 #include "support/temp_folder.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
-#include "platform/units.h"
+#include "support/terminal_test.h"
 #include "scatter/answers_file.h"
 #include "scatter/measured_curve.h"
 #include "scatter/phases.h"
@@ -19,11 +19,10 @@
 
 #include <unistd.h>
 
-class SessionTest : public ::testing::Test {
+class SessionTest : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
-        resetFitSession();
+        TerminalTest::SetUp();
         resetAnswersFile();
         resetMeasuredCurve();
         // Short paths: a key of the command line is looked at up to 80 characters.
@@ -34,7 +33,7 @@ protected:
     }
     void TearDown() override {
         resetAnswersFile();
-        unit::resetUnits();
+        TerminalTest::TearDown();
         std::filesystem::current_path(home);
         std::filesystem::remove_all(dir);
     }
@@ -51,12 +50,9 @@ protected:
     // Runs `body` with `input` as the terminal; returns what was written.
     template <class Body>
     std::string withTerminal(const std::string& input, Body body) {
-        std::istringstream in(input);
-        std::ostringstream out;
-        unit::setTerminal(&in, &out);
+        feed(input);
         body();
-        unit::resetTerminal();
-        return out.str();
+        return output();
     }
     std::filesystem::path dir, home;
 };

@@ -1,7 +1,7 @@
 // Tests of the array readers I5LRA1, I5LIA1, R02RDR, R02RDI, the writers
 // R02WRA1, R2WIA1 and the word joiner R02AWL.
 #include "support/temp_folder.h"
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 #include "textfile/array_io.h"
 
 #include <cmath>
@@ -14,14 +14,14 @@ namespace {
 
 constexpr int kChannel = 4;
 
-class ArrayIO : public ConsoleFixture {
+class ArrayIO : public TerminalTest {
 protected:
     void SetUp() override {
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
         path_ = freshFolder("array") + "/array.inp";
     }
     void TearDown() override {
-        ConsoleFixture::TearDown();
+        TerminalTest::TearDown();
         std::error_code ec;
         std::filesystem::remove(path_, ec);
     }

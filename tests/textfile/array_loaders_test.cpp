@@ -1,6 +1,6 @@
 // Tests of the command-driven loaders I5LRA2, I5LIA2 and I5LIN1: ranges,
 // single entries, the questions of interactive mode and the failures.
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 #include "textfile/array_io.h"
 #include "textfile/line_splitters.h"
 
@@ -9,10 +9,10 @@
 
 namespace {
 
-class ArrayLoaders : public ConsoleFixture {
+class ArrayLoaders : public TerminalTest {
 protected:
     void SetUp() override {
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
         x_.assign(8, 0.0);
     }
     // Splits a LOAD command into the six words.

@@ -1,7 +1,7 @@
 // Tests of I5ROL2: prompt and read at the terminal, lines from a command
 // file with their echo, the end of the source, and the copy on dwUnit.
 #include "support/temp_folder.h"
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 
 #include "textfile/command_stack.h"
 
@@ -13,16 +13,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class CommandReaderTest : public ConsoleFixture {
+class CommandReaderTest : public TerminalTest {
 protected:
     fs::path dir = freshFolder("reader");
 
     void SetUp() override {
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
         fs::create_directories(dir);
     }
     void TearDown() override {
-        ConsoleFixture::TearDown();
+        TerminalTest::TearDown();
         fs::remove_all(dir);
     }
     void openFile(int channel, const std::string& name, const std::string& content, unit::Status st) {

@@ -1,6 +1,6 @@
 // Tests of R02CSO: the four actions, a full and an empty stack, cut texts,
 // and every message.
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 
 #include "textfile/command_stack.h"
 
@@ -8,7 +8,7 @@
 
 namespace {
 
-class CommandStackTest : public ConsoleFixture {
+class CommandStackTest : public TerminalTest {
 protected:
     std::vector<std::string> stack = std::vector<std::string>(20, std::string(80, ' '));
     std::string command;

@@ -5,7 +5,7 @@
 
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
-#include "textfile/console_fixture.h"
+#include "support/terminal_test.h"
 
 #include <filesystem>
 #include <fstream>
@@ -16,15 +16,15 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class FileDialogue : public ConsoleFixture {
+class FileDialogue : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
         dir = freshFolder("dialogue");
     }
     void TearDown() override {
-        ConsoleFixture::TearDown();
+        TerminalTest::TearDown();
         fs::remove_all(dir);
     }
     static std::string trim(const std::string& f) { return f.substr(0, f.find_last_not_of(' ') + 1); }

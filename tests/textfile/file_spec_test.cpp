@@ -3,17 +3,18 @@
 #include "textfile/file_spec.h"
 
 #include "monitor/monitor.h"
-#include "textfile/console_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/word_splitter.h"
 
 #include <string>
 
 namespace {
 
-class FileSpec : public ConsoleFixture {
+class FileSpec : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
     }
     static std::string trim(const std::string& f) { return f.substr(0, f.find_last_not_of(' ') + 1); }
     std::string compose(const SpecFields& fields, const std::string& fs, int& err) {

@@ -2,7 +2,7 @@
 // the array loaders: every call ends with one of its status values, keeps
 // the sizes of its fields and writes nothing outside its array.
 #include "support/temp_folder.h"
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 #include "textfile/array_io.h"
 #include "textfile/keyed_reading.h"
 
@@ -19,14 +19,14 @@ const char* kKeys[] = {"ScreenWidth", "HelpFile", "xStart", "nVar", "BL", "run1"
 const char* kPieces[] = {" ",  "=",   ":",   ",",  "!",     "#",   "~",   "\t",  "1",     "-7",  "3.5",
                          "1E5", "abc", "(2:", ":)", "1*2.5", "'q'", "/",   "\r",  "\xC5", "\x01", "99999999999"};
 
-class KeyedFuzz : public ConsoleFixture {
+class KeyedFuzz : public TerminalTest {
 protected:
     void SetUp() override {
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
         path_ = freshFolder("fuzz") + "/keyed.txt";
     }
     void TearDown() override {
-        ConsoleFixture::TearDown();
+        TerminalTest::TearDown();
         std::error_code ec;
         std::filesystem::remove(path_, ec);
     }

@@ -1,7 +1,7 @@
 // Tests of the keyed readers I05FTSF, I05RS2 and I05RIN2 on small keyed
 // files such as an initialization file.
 #include "support/temp_folder.h"
-#include "console_fixture.h"
+#include "support/terminal_test.h"
 #include "textfile/keyed_reading.h"
 
 #include <filesystem>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kChannel = 10;
 
-class KeyedReading : public ConsoleFixture {
+class KeyedReading : public TerminalTest {
 protected:
     // Writes `text` to a file and opens it on kChannel.
     void openText(const std::string& text) {
@@ -22,7 +22,7 @@ protected:
         ASSERT_EQ(unit::open(kChannel, path_, spec), 0);
     }
     void TearDown() override {
-        ConsoleFixture::TearDown();
+        TerminalTest::TearDown();
         std::error_code ec;
         std::filesystem::remove(path_, ec);
     }

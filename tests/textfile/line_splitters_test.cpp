@@ -1,6 +1,7 @@
 // Tests of R02CLS (with the monitor's command split) and R02CLS2, and random
 // and over-long lines through them and R02GEL.
-#include "console_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/word_splitter.h"
 
 #include "textfile/line_splitters.h"
 
@@ -10,7 +11,7 @@
 
 namespace {
 
-class LineSplittersTest : public ConsoleFixture {
+class LineSplittersTest : public TerminalTest {
 protected:
     std::array<std::string, 6> words;
     int status = 99;

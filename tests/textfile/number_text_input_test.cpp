@@ -1,6 +1,7 @@
 // Tests of the text-to-number converters R02C2R1 and R02C2I1 and of R02AINT:
 // forms, limits, every message, round trips and random bytes.
-#include "number_text_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/number_text.h"
 
 #include <climits>
 #include <cmath>
@@ -8,6 +9,11 @@
 #include <random>
 
 namespace {
+
+class NumberTextTest : public TerminalTest {};
+
+// Messages on: the incoming err that switches them on.
+constexpr int kTalk = -10;
 
 const std::string kNoConversion = "              No conversion is possible.\n";
 

@@ -1,8 +1,11 @@
 // Tests of R02JUST: left and right justification of a column range, the
 // cases that change nothing, and the three refusals with their texts.
-#include "number_text_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/number_text.h"
 
 namespace {
+
+class NumberTextTest : public TerminalTest {};
 
 using JustifyTest = NumberTextTest;
 

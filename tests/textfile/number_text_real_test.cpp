@@ -1,11 +1,17 @@
 // Tests of the number-to-text converters: R02R2C1 by layout, its limits,
 // rounding, fitting and messages; the wrappers R02R2C2, R02R2C3; R02I2C1, R02I2C2.
-#include "number_text_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/number_text.h"
 
 #include <climits>
 #include <cmath>
 
 namespace {
+
+class NumberTextTest : public TerminalTest {};
+
+// Messages on: the incoming err that switches them on.
+constexpr int kTalk = -10;
 
 struct Shown {
     std::string text;

@@ -3,7 +3,7 @@
 #include "textfile/prompts.h"
 
 #include "monitor/monitor.h"
-#include "textfile/console_fixture.h"
+#include "support/terminal_test.h"
 
 #include <sstream>
 #include <string>
@@ -11,11 +11,11 @@
 
 namespace {
 
-class Prompts : public ConsoleFixture {
+class Prompts : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
-        ConsoleFixture::SetUp();
+        TerminalTest::SetUp();
     }
     static int count(const std::string& text, const std::string& part) {
         int n = 0;

@@ -1,6 +1,7 @@
 // Tests of R02GEL and its family: weak and strong delimiters, boundaries,
 // linkers, cut words, failures, and the place kept in saveTTW.
-#include "console_fixture.h"
+#include "support/terminal_test.h"
+#include "textfile/word_splitter.h"
 
 #include "textfile/word_splitter.h"
 
@@ -45,7 +46,7 @@ struct Gel {
     }
 };
 
-class WordSplitterTest : public ConsoleFixture {};
+class WordSplitterTest : public TerminalTest {};
 
 TEST_F(WordSplitterTest, WordsOfLines) {
     EXPECT_EQ(Gel("A,,B").all(), "A/0|/0|B/1|");

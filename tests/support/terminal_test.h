@@ -1,26 +1,26 @@
-// ConsoleFixture: starts each test of the text services from the program's
-// start state with the terminal sent to string streams.
+// TerminalTest: the one fixture of the tests that talk to the terminal.
+// Each test starts from the program's start state (every registered module
+// reset), with the terminal's input and output sent to string streams.
 #pragma once
 
-#include "core/sysinf.h"
+#include "core/module_resets.h"
 #include "platform/units.h"
-#include "textfile/word_splitter.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 
-class ConsoleFixture : public ::testing::Test {
+class TerminalTest : public ::testing::Test {
 protected:
     void SetUp() override {
-        unit::resetUnits();
-        resetSysinf();
-        resetWordSplitter();
+        resetProgramState();
         unit::setTerminal(&in_, &out_);
     }
     void TearDown() override { unit::resetUnits(); }
 
+    // The lines typed next at the terminal.
     void feed(const std::string& text) {
         in_.str(text);
         in_.clear();
