@@ -1,5 +1,5 @@
 // Double-precision machine constants: X02ADD, X02MDC1-X02MDC6, X02RMDC, X02IMDC,
-// and resetMachineConstants, machineConstantExperimentCount.
+// and resetMachineConstants.
 #include "core/machine_constants.h"
 
 #include "core/machine_experiments.h"
@@ -29,7 +29,6 @@ void fatalStop() {
 
 // Defined beside the single-precision twins.
 void resetSingle();
-int singleMeasurements();
 
 }  // namespace x02
 
@@ -71,6 +70,3 @@ void resetMachineConstants() {
     x02::resetSingle();
 }
 
-int machineConstantExperimentCount() {
-    return x02::doubles.measurements + x02::singleMeasurements();
-}

@@ -55,6 +55,3 @@ void X02MDCS6(float& gMin, float& gMax, int& err);
 // next call measures again.  Used by tests.
 void resetMachineConstants();
 
-// Number of base experiments (X02MDC2 and X02MDCS2 bodies) run since the
-// last reset; tests use it to see that later calls copy stored values.
-int machineConstantExperimentCount();

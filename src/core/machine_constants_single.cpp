@@ -19,8 +19,6 @@ float Precision<float>::add(float a, float b) { return singleAdder(a, b); }
 
 void resetSingle() { singles = Cache<float>{}; }
 
-int singleMeasurements() { return singles.measurements; }
-
 }  // namespace x02
 
 float X02ADDS(float a, float b) {

@@ -72,7 +72,6 @@ struct Cache {
     bool haveInt = false;  // X02IMDC
     int integer[19] = {};
 
-    int measurements = 0;  // bodies run since the last reset
 };
 
 // ---- base experiment -------------------------------------------------------
@@ -372,7 +371,6 @@ int gammaBounds(T& gMin, T& gMax, T rMin, T rMax) {
 template <class T>
 void baseSet(Cache<T>& k, int& beta, int& t, bool& rnd, bool& ieee) {
     if (!k.haveBase) {
-        ++k.measurements;
         baseExperiment<T>(k.beta, k.t, k.rnd, k.ieee);
         k.haveBase = true;
     }
@@ -388,7 +386,6 @@ void mainSet(Cache<T>& k, T& eps, T& rMin, T& rMax, T& rBig, int& nDigits) {
         int beta = 0, t = 0;
         bool rnd = false, ieee = false;
         baseSet<T>(k, beta, t, rnd, ieee);
-        ++k.measurements;
         mainConstants<T>(k, ieee);
         k.haveMain = true;
     }
@@ -405,7 +402,6 @@ void gammaSet(Cache<T>& k, T& gMin, T& gMax, int& err) {
         T eps, rMin, rMax, rBig;
         int nDigits = 0;
         mainSet<T>(k, eps, rMin, rMax, rBig, nDigits);
-        ++k.measurements;
         err = gammaBounds<T>(k.gMin, k.gMax, rMin, rMax);
         if (err != 0) fatalStop();
         k.haveGamma = true;
@@ -424,7 +420,6 @@ T realConstant(Cache<T>& k, int code) {
         mainSet<T>(k, eps, rMin, rMax, rBig, nDigits);
         baseSet<T>(k, beta, t, rnd, ieee);
         gammaSet<T>(k, gMin, gMax, err);
-        ++k.measurements;
         T eps1 = eps / static_cast<T>(beta);
         if (add(T(1), -eps1) == T(1)) eps1 = eps;
         const T values[10] = {0, eps1, eps, rMin, rMax, rBig,
@@ -489,7 +484,6 @@ void integerTable(Cache<T>& k) {
 template <class T>
 int integerConstant(Cache<T>& k, int code) {
     if (!k.haveInt) {
-        ++k.measurements;
         integerTable<T>(k);
         k.haveInt = true;
     }

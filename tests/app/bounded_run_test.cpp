@@ -11,47 +11,6 @@
 
 namespace {
 
-// Frieden's quadratic (problem 7) from (0, 0) with x1 <= 1; maxITR is 6 by
-// the problem's limits, so "Itr.Rem." counts down from 6.  First row: the
-// differences at the start cost 2n + 1 = 5 evaluations, f(0, 0) = -0.9322,
-// and cond is the ratio of the second derivatives 1.505 / 0.515 = 2.922 as
-// the differences give it.  x1 reaches its bound in the third step: from
-// the fourth row on one variable is free and cond is 1.  The end lies on the
-// bound at the least value of f(1, x2) = 0.7525 x2^2 - 0.6477 x2 - 0.8473,
-// x2 = 0.6477 / 1.505 = 0.430365, f = -0.9866739.  The local search finds
-// nothing better: code 5.  31 evaluations: 1 when the problem is chosen.
-TEST(MethodSBRun, ShortRunWithABoundBecomingActiveLineByLine) {
-    std::string dir = freshFolder("sb");
-    writeFile(dir + "/zemok.cmd", "PROBLEM,TEST,7\nMETHOD,SB\nLOAD,,BU,1,1\nRUN\nEXIT\n");
-    writeFile(dir + "/zemok.inp", "");
-    ZemokRun run = runZemok("MODE,AUTO\n", {}, dir);
-    const std::string expected =
-        "E04JAF a|Itr.Rem.| No.of F |     F      |  cond(H)   |\n"
-        "E04JAF a|       6|        5|-9.3220e-001| 2.9224e+000|\n"
-        "E04JAF a|       5|        8|-9.3569e-001| 3.1878e+000|\n"
-        "E04JAF a|       4|       12|-9.5734e-001| 1.9927e+000|\n"
-        "E04JAF a|       3|       18|-9.8656e-001| 1.0000e+000|\n"
-        "E04JAF a|       2|       23|-9.8667e-001| 1.0000e+000|\n"
-        "E04JAF b|       1|       28|-9.8667e-001| 1.0000e+000|\n"
-        " E04JBM --- Local search attempt...\n"
-        "E04JAF c|       1|       30|-9.8667e-001| 1.0000e+000|\n"
-        " E4JAF1 --- RETURN CODE =  5\n"
-        "\n"
-        " ----------------------------- END OF JOB -----------------------------\n"
-        "\n"
-        " Produced function minimum is equal to -0.9866739    \n"
-        " at the point:\n"
-        "\n"
-        "   1.00000      0.430365    \n"
-        "\n"
-        "\n"
-        " after         31 function evaluations,\n";
-    std::size_t at = run.out.find("E04JAF a|Itr.Rem.");
-    ASSERT_NE(at, std::string::npos) << run.out;
-    EXPECT_EQ(run.out.substr(at, expected.size()), expected);
-    EXPECT_EQ(run.exitCode, 0);
-}
-
 // Vf, Rin, roin, Rout, roout, dR, Rhs, tau at the end of job.
 std::vector<double> finalPoint(const std::string& out) {
     std::vector<double> x;

@@ -132,45 +132,6 @@ TEST_F(MachineConstantsTest, EdgePropertiesOfTheMeasuredValues) {
     EXPECT_FALSE(std::isfinite(std::tgamma(X02IMDC(16) + 2.0)));
 }
 
-TEST_F(MachineConstantsTest, MainConstantsAreStoredAfterTheFirstCall) {
-    double eps = 0, rMin = 0, rMax = 0, rBig = 0;
-    int nDigits = 0;
-    X02MDC1(eps, rMin, rMax, rBig, nDigits);
-    EXPECT_EQ(eps, two(-52));
-    EXPECT_EQ(rMin, two(-1022));
-    EXPECT_EQ(rMax, std::numeric_limits<double>::max());
-    EXPECT_EQ(rBig, two(1022));
-    EXPECT_EQ(nDigits, 16);
-    const int measured = machineConstantExperimentCount();
-    EXPECT_GE(measured, 2);  // the base experiment and the main one
-
-    double eps2 = 0, rMin2 = 0, rMax2 = 0, rBig2 = 0;
-    int nDigits2 = 0;
-    X02MDC1(eps2, rMin2, rMax2, rBig2, nDigits2);
-    EXPECT_EQ(machineConstantExperimentCount(), measured);
-    EXPECT_EQ(eps2, eps);
-    EXPECT_EQ(rMin2, rMin);
-    EXPECT_EQ(rMax2, rMax);
-    EXPECT_EQ(rBig2, rBig);
-    EXPECT_EQ(nDigits2, nDigits);
-
-    X02RMDC(2);
-    X02IMDC(2);
-    const int tables = machineConstantExperimentCount();
-    X02RMDC(4);
-    X02IMDC(17);
-    double gMin = 0, gMax = 0;
-    int err = 5;
-    X02MDC6(gMin, gMax, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(machineConstantExperimentCount(), tables);
-
-    resetMachineConstants();
-    EXPECT_EQ(machineConstantExperimentCount(), 0);
-    X02MDC1(eps2, rMin2, rMax2, rBig2, nDigits2);
-    EXPECT_EQ(machineConstantExperimentCount(), measured);
-}
-
 TEST_F(MachineConstantsTest, BaseExperimentFindsBinaryRoundToNearest) {
     int beta = 0, t = 0;
     bool rnd = false, ieee = false;

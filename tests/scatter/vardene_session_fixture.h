@@ -50,6 +50,7 @@ protected:
     // Runs `body` with `input` as the terminal; returns what was written.
     template <class Body>
     std::string withTerminal(const std::string& input, Body body) {
+        unit::setTerminal(&in_, &out_);
         feed(input);
         body();
         return output();

@@ -74,36 +74,6 @@ TEST_F(LineSplittersTest, NameAndValue) {
     EXPECT_EQ(output(), " R02CLS2 --E- Zero word length dimensioned.\n");
 }
 
-TEST_F(LineSplittersTest, RandomAndOverlongLinesGiveDefinedStatuses) {
-    std::mt19937 rng(20240611u);
-    auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
-    const std::string special = " ,;=!'\"()[]\t";
-    for (int n = 0; n < 3000; ++n) {
-        std::string line;
-        int length = pick(0, 9) == 0 ? 10000 : pick(0, 120);
-        for (int i = 0; i < length; ++i) {
-            int kind = pick(0, 3);
-            line += kind == 0 ? special[static_cast<std::size_t>(pick(0, 11))]
-                              : static_cast<char>(kind == 1 ? pick(0, 255) : pick('A', 'Z'));
-        }
-        split(line);
-        ASSERT_TRUE(status == 0 || status == 1 || status == -2) << status;
-        for (const std::string& w : words) ASSERT_EQ(w.size(), 32u);
-
-        std::string word(32, ' '), open;
-        int wordLen = 0, count = 0, start = 0, pos = 0, state = 0, depth = 0, calls = 0;
-        char ch = ' ', lastDelim = ' ';
-        do {
-            R02GEL(line, -1, " ,;", "()''\"\"[]", "=", n % 2, word, wordLen, count, start, pos, ch, lastDelim, state,
-                   depth, open, status);
-            ASSERT_TRUE(status >= -3 && status <= 3) << status;
-            ASSERT_TRUE(word.size() == 32u && wordLen >= 0 && wordLen <= 32 && state >= 0 && state <= 7);
-            ASSERT_LE(++calls, length + 2);
-        } while (status == 0 || status == 2);
-        output();
-    }
-}
-
 // Lines built from known words: blanks between two words, or a comma with
 // blanks around it; an empty word needs the comma.
 TEST_F(LineSplittersTest, BuiltLinesGiveBackTheirWords) {

@@ -302,31 +302,4 @@ TEST_F(RoundTripTest, RandomNumberLikeTextsAgreeWithTheLibraryReader) {
     EXPECT_GT(compared, 500);
 }
 
-TEST_F(RoundTripTest, RandomBytesGiveADefinedResult) {
-    std::mt19937 gen(11);
-    std::uniform_int_distribution<int> byte(0, 255);
-    std::uniform_int_distribution<int> length(0, 300);
-    for (int k = 0; k < 3000; ++k) {
-        std::string text;
-        const int n = length(gen);
-        for (int i = 0; i < n; ++i) text += static_cast<char>(byte(gen));
-        for (int errIn : {0, kTalk}) {
-            int err = errIn;
-            const double v = R02C2R1(text, err);
-            EXPECT_TRUE(err == 2 || err == 0 || err == -1) << err;
-            EXPECT_TRUE(std::isfinite(v));
-            if (err == 2) {
-                EXPECT_EQ(v, 0.0);
-            }
-            err = errIn;
-            const int i = R02C2I1(text, err);
-            EXPECT_TRUE(err >= -4 && err <= 2) << err;
-            if (err == 2 || err == -1 || err == -3 || err == -4) {
-                EXPECT_EQ(i, 0);
-            }
-        }
-    }
-    output();
-}
-
 }  // namespace
