@@ -89,20 +89,6 @@ TEST_F(Console, ReplyIsCutAtItsFirstCommentCharacter) {
     EXPECT_EQ(status, 1);
 }
 
-TEST_F(Console, ReplyLongerThanTheFieldIsCutAndTabsAreBlanks) {
-    type(std::string(100, 'a') + "\n\tb\t\n");
-    std::string line(80, ' ');
-    int len = 0, status = 0;
-    I05RSL(5, line, len, "!", status);
-    EXPECT_EQ(len, 80);
-    I05RSL(5, line, len, "!", status);
-    EXPECT_EQ(len, 2);
-    EXPECT_EQ(line.substr(0, 3), " b ");
-    std::string none;
-    I05RSL(5, none, len, "!", status);
-    EXPECT_EQ(status, -2);
-}
-
 TEST_F(Console, EmptyReplyKeepsTheDefault) {
     type("\nnew\n");
     std::string line = "old" + std::string(29, ' ');

@@ -69,39 +69,4 @@ TEST_F(IncompleteBeta, InverseMeetsTheRatioOverAGrid) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(IncompleteBeta, InverseOfClosedForms) {
-    int err = 99;
-    // I(x; 1, 1) = x, I(x; 2, 1) = x^2, I(x; 1, 2) = 1 - (1 - x)^2.
-    EXPECT_NEAR(S14IBETA(0.3, 1.0, 1.0, err), 0.3, 1e-12);
-    EXPECT_NEAR(S14IBETA(0.25, 2.0, 1.0, err), 0.5, 1e-12);
-    EXPECT_NEAR(S14IBETA(0.75, 1.0, 2.0, err), 0.5, 1e-12);
-    // Symmetric parameters: the median is 1/2.
-    EXPECT_NEAR(S14IBETA(0.5, 3.0, 3.0, err), 0.5, 1e-12);
-    EXPECT_NEAR(S14IBETA(0.5, 0.5, 0.5, err), 0.5, 1e-12);
-    EXPECT_EQ(output(), "");
-}
-
-TEST_F(IncompleteBeta, InverseRefusalsAndTheEndsOfP) {
-    int err = 99;
-    EXPECT_EQ(S14IBETA(1.5, 2.0, 3.0, err), 0.0);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " S14IBETA --E- P lies outside [0,1].\n");
-    EXPECT_EQ(S14IBETA(-0.5, 2.0, 3.0, err), 0.0);
-    EXPECT_EQ(err, -1);
-    output();
-    EXPECT_EQ(S14IBETA(0.5, 0.0, 3.0, err), 0.0);
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), " S14IBETA --E- One of the Beta parameters <= 0.\n");
-    EXPECT_EQ(S14IBETA(0.5, 3.0, -1.0, err), 0.0);
-    EXPECT_EQ(err, -2);
-    output();
-    // Unbalanced parameters go straight to the ends of P.
-    EXPECT_EQ(S14IBETA(0.0, 0.5, 3.0, err), 0.0);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(output(), " S14IBETA --W- P = 0.0 case, returns X = 0.0.\n");
-    EXPECT_EQ(S14IBETA(1.0, 0.5, 3.0, err), 1.0);
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(output(), " S14IBETA --W- P = 1.0 case, returns X = 1.0.\n");
-}
-
 }  // namespace

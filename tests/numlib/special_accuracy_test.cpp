@@ -51,50 +51,6 @@ protected:
     }
 };
 
-TEST_F(SpecialAccuracy, FactorialsAreExactWhileTheyFitAndThenWithinTheProductRounding) {
-    // Up to 22! every running product is exact in 53 bits.
-    for (const Row& r : rowsOf("S03FACT")) {
-        if (r.n(0) > 22) continue;
-        int err = 99;
-        EXPECT_EQ(S03FACT(r.n(0), err), r.v()) << r.n(0) << "!";
-        EXPECT_EQ(err, 0);
-    }
-    // Beyond, each of up to 170 factors adds half an ulp of rounding.
-    checkAll("S03FACT", 170 * 1.2e-16,
-             [](const Row& r, int& err) { return S03FACT(r.n(0), err); }, 14);
-}
-
-TEST_F(SpecialAccuracy, BinomialCoefficientsWithinTheRunningProductRounding) {
-    // C(m, n) comes from k running steps of two roundings each; C(1000, 500)
-    // takes 500 of them, hence a tolerance of 1000 half-ulps.
-    const std::vector<Row> rows = rowsOf("S03NOC");
-    ASSERT_EQ(rows.size(), 10u);
-    for (const Row& r : rows) {
-        int err = 99;
-        const double got = S03NOC(r.n(0), r.n(1), err);
-        const int k = std::min(r.n(1), r.n(0) - r.n(1));
-        EXPECT_LE(std::fabs(got - r.v()), (2 * k + 1) * 1.2e-16 * r.v())
-            << "C(" << r.n(0) << "," << r.n(1) << ")";
-        // Above 2147483647 the value stands but err says it is no int32.
-        EXPECT_EQ(err, r.v() > 2147483647.0 ? -2 : 0) << "C(" << r.n(0) << "," << r.n(1) << ")";
-    }
-    EXPECT_EQ(out_.str(), "");
-}
-
-TEST_F(SpecialAccuracy, Ln1pNearZeroAndFarFromIt) {
-    checkAll("S05LN1PX", 4e-16, [](const Row& r, int& err) { return S05LN1PX(r.a(0), err); },
-             19);
-}
-
-TEST_F(SpecialAccuracy, StirlingCorrectionFromTenToTheUnderflowLimit) {
-    checkAll("S14LGCF", 4e-16,
-             [](const Row& r, int& err) {
-                 err = 0;
-                 return S14LGCF(r.a(0), err);
-             },
-             18);
-}
-
 TEST_F(SpecialAccuracy, GammaOverItsWholeRange) {
     // Up to |x| = 10 the series and at most ten products or quotients: a few
     // ulps.  Beyond 10, Gamma = exp(E) with E up to 706: the rounding of E,

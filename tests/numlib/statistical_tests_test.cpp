@@ -80,66 +80,6 @@ TEST_F(RunsTest, NineteenPointsAreRefusedTwentyAreTested) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(RunsTest, PointsOnTheCentre) {
-    // All on the centre: the first counts below, the rest above, one run.
-    const std::vector<double> flat(25, 5.0);
-    EXPECT_FALSE(G02WALD2(flat.data(), 25, 5.0, 0.05, stat, low, up, err));
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(stat, 1.0);
-    // A point on the centre inside a run below neither ends it nor starts one,
-    // but counts above: below -1 x 10, then 0, then +1 x 10 is two runs of
-    // classes 10 and 11, so R = 2 < 3 and err 1.
-    std::vector<double> x(10, -1.0);
-    x.push_back(0.0);
-    x.insert(x.end(), 10, 1.0);
-    EXPECT_FALSE(G02WALD2(x.data(), 21, 0.0, 0.05, stat, low, up, err));
-    EXPECT_EQ(err, 1);
-    // Moving the zero to the front makes it count below: B(0) A x 10 B x 10
-    // would be three runs, and the classes 11 and 10 give the exact test.
-    std::vector<double> y = {0.0};
-    y.insert(y.end(), 10, 1.0);
-    y.insert(y.end(), 10, -1.0);
-    G02WALD2(y.data(), 21, 0.0, 0.05, stat, low, up, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(stat, 3.0);
-    // Points on the centre inside the sequence fill the class above: one
-    // below, 18 on the centre, one above, one below is m = 2 (below), M = 19
-    // and three runs, so the exact test runs.
-    std::vector<double> z = {-1.0};
-    z.insert(z.end(), 18, 0.0);
-    z.push_back(1.0);
-    z.push_back(-1.0);
-    G02WALD2(z.data(), 21, 0.0, 0.05, stat, low, up, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(stat, 3.0);
-    EXPECT_EQ(output(), "");
-}
-
-TEST_F(RunsTest, CriticalNumbersThemselvesAreRejected) {
-    // m = M = 10, alpha 0.05: low 7, up 14 (worked out above); only 8 to 13 pass.
-    for (int runs = 6; runs <= 15; ++runs) {
-        const std::vector<double> x = makeRuns(10, 10, runs);
-        const bool accepted = G02WALD2(x.data(), 20, 0.0, 0.05, stat, low, up, err);
-        EXPECT_EQ(stat, runs);
-        EXPECT_EQ(accepted, runs >= 8 && runs <= 13) << runs;
-    }
-}
-
-TEST_F(RunsTest, SignificanceLevelMustLieInsideZeroToOne) {
-    const std::vector<double> x = makeRuns(10, 10, 11);
-    EXPECT_FALSE(G02WALD2(x.data(), 20, 0.0, 0.0, stat, low, up, err));
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(stat, -1.0);
-    EXPECT_EQ(low, -1.0);
-    EXPECT_EQ(up, -1.0);
-    EXPECT_EQ(output(), "  G02WALD2 -E- Wrong significance level specified: 0.0\n"
-                      "               Must be in the range (0,1).\n");
-    EXPECT_FALSE(G02WALD1(x.data(), 20, 1.0, stat, low, up, err));
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), "  G02WALD2 -E- Wrong significance level specified: 1.00000\n"
-                      "               Must be in the range (0,1).\n");
-}
-
 TEST_F(RunsTest, ExactCriticalNumbersOfSmallSamples) {
     int lo = 0, hi = 0;
     // n1 = n2 = 2: rmax 4, C(4,2) = 6, P(R=2) = P(R=3) = P(R=4) = 1/3.
@@ -167,16 +107,6 @@ TEST_F(RunsTest, ExactCriticalNumbersOfSmallSamples) {
         EXPECT_EQ(hi, wantUp) << r.arg[0] << " " << r.arg[1] << " " << r.arg[2];
     }
     EXPECT_EQ(output(), "");
-}
-
-TEST_F(RunsTest, VeryUnbalancedLongSampleUsesTheExactNumbers) {
-    // m/M = 3/60 = 0.05 exactly at the limit: still exact, stat is R itself.
-    const std::vector<double> x = makeRuns(60, 3, 7);
-    EXPECT_FALSE(G02WALD2(x.data(), 63, 0.0, 0.05, stat, low, up, err));
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(stat, 7.0);
-    EXPECT_EQ(low, 5.0);  // reference table: G02WALD3(3, 60, 0.025)
-    EXPECT_EQ(up, 6.0);
 }
 
 TEST_F(RunsTest, BalancedLongSampleUsesTheNormalApproximation) {

@@ -39,69 +39,6 @@ protected:
 const std::string kNoDimension = " --E- Working dimension exceeds  maximum value.\n";
 const std::string kFailed = " F02RSM1 --E- Eigenproblem failed to solve.\n";
 
-TEST_F(SymmetricEigen, OneByOneNeedsNoIteration) {
-    Problem p;
-    p.at(1, 1) = -7.25;
-    int err = 5;
-    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 1, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(p.d[0], -7.25);
-    EXPECT_EQ(p.at(1, 1), 1.0);
-    EXPECT_EQ(F02TDM1Sweeps(), 0);
-    EXPECT_EQ(console.str(), "");
-}
-
-TEST_F(SymmetricEigen, DiagonalIsSortedByMagnitudeWithIdentityColumnsExchanged) {
-    Problem p;
-    const double diag[4] = {1.0, -5.0, 3.0, -2.0};
-    for (int i = 1; i <= 4; ++i) p.at(i, i) = diag[i - 1];
-    int err = 5;
-    F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 4, err);
-    ASSERT_EQ(err, 0);
-    EXPECT_EQ(F02TDM1Sweeps(), 0);
-    const double want[4] = {-5.0, 3.0, -2.0, 1.0};
-    const int unitRow[4] = {2, 3, 4, 1};  // column j is the identity's column unitRow[j]
-    for (int j = 1; j <= 4; ++j) {
-        EXPECT_EQ(p.d[j - 1], want[j - 1]);
-        for (int i = 1; i <= 4; ++i) EXPECT_EQ(p.at(i, j), i == unitRow[j - 1] ? 1.0 : 0.0);
-    }
-
-    // Equal magnitudes keep their order: diag(1,-3,3) gives -3, 3, 1.
-    Problem q;
-    q.at(1, 1) = 1.0; q.at(2, 2) = -3.0; q.at(3, 3) = 3.0;
-    F02RSM1(q.a.data(), q.d.data(), q.e.data(), LD, 3, err);
-    EXPECT_EQ(q.d[0], -3.0); EXPECT_EQ(q.d[1], 3.0); EXPECT_EQ(q.d[2], 1.0);
-    EXPECT_EQ(q.at(2, 1), 1.0); EXPECT_EQ(q.at(3, 2), 1.0); EXPECT_EQ(q.at(1, 3), 1.0);
-
-    // The zero matrix splits at once: zeros and the identity.
-    Problem z;
-    F02RSM1(z.a.data(), z.d.data(), z.e.data(), LD, 3, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(F02TDM1Sweeps(), 0);
-    for (int j = 1; j <= 3; ++j) {
-        EXPECT_EQ(z.d[j - 1], 0.0);
-        for (int i = 1; i <= 3; ++i) EXPECT_EQ(z.at(i, j), i == j ? 1.0 : 0.0);
-    }
-}
-
-// [[-2,2],[2,1]]: eigenvalues -3 with (2,-1)/sqrt5 and 2 with (1,2)/sqrt5.
-TEST_F(SymmetricEigen, MinusThreeBeforeTwoAtAnyScale) {
-    for (double scale : {1.0, 1e100, 1e-100}) {
-        Problem p;
-        p.at(1, 1) = -2.0 * scale; p.set(1, 2, 2.0 * scale); p.at(2, 2) = 1.0 * scale;
-        int err = 5;
-        F02RSM1(p.a.data(), p.d.data(), p.e.data(), LD, 2, err);
-        ASSERT_EQ(err, 0);
-        EXPECT_NEAR(p.d[0] / scale, -3.0, 1e-14);
-        EXPECT_NEAR(p.d[1] / scale, 2.0, 1e-14);
-        const double r5 = std::sqrt(5.0);
-        EXPECT_NEAR(std::fabs(p.at(1, 1)), 2.0 / r5, 1e-14);
-        EXPECT_NEAR(p.at(2, 1) / p.at(1, 1), -0.5, 1e-14);
-        EXPECT_NEAR(std::fabs(p.at(1, 2)), 1.0 / r5, 1e-14);
-        EXPECT_NEAR(p.at(2, 2) / p.at(1, 2), 2.0, 1e-14);
-    }
-}
-
 TEST_F(SymmetricEigen, DimensionsOutsideOneToLdimAreRefused) {
     Problem p;
     int err = 0;
@@ -134,35 +71,6 @@ TEST_F(SymmetricEigen, ConvergenceFailureAfterTheIterationLimit) {
         EXPECT_EQ(err, -2) << n;
         EXPECT_EQ(F02TDM1Sweeps(), limit) << n;
         EXPECT_EQ(console.str(), " F02TDM1 --E- Convergence failure in QL routine.\n" + kFailed);
-    }
-}
-
-// [[1,2,3],[2,4,5],[3,5,6]]: the last row (3,5) is reflected onto (0,-sqrt34)
-// by P = [[5,-3],[-3,-5]]/sqrt34, and P*[[1,2],[2,4]]*P = [[1,13],[13,169]]/34.
-TEST_F(SymmetricEigen, ReductionOfAThreeByThree) {
-    Problem p(5);
-    for (double& x : p.a) x = 77.0;
-    for (double& x : p.d) x = 77.0;
-    for (double& x : p.e) x = 77.0;
-    p.set(1, 1, 1); p.set(1, 2, 2); p.set(1, 3, 3); p.set(2, 2, 4); p.set(2, 3, 5); p.set(3, 3, 6);
-    int err = 5;
-    F01TDR1(p.a.data(), p.d.data(), p.e.data(), 5, 3, err);
-    ASSERT_EQ(err, 0);
-    const double r34 = std::sqrt(34.0);
-    const double d[3] = {1.0 / 34, 169.0 / 34, 6.0};
-    const double e[3] = {0.0, 13.0 / 34, -r34};
-    const double z[3][3] = {{5 / r34, -3 / r34, 0}, {-3 / r34, -5 / r34, 0}, {0, 0, 1}};
-    for (int i = 1; i <= 3; ++i) {
-        EXPECT_NEAR(p.d[i - 1], d[i - 1], 1e-14) << i;
-        EXPECT_NEAR(p.e[i - 1], e[i - 1], 1e-14) << i;
-        for (int j = 1; j <= 3; ++j) EXPECT_NEAR(p.at(i, j), z[i - 1][j - 1], 1e-15) << i << j;
-    }
-    // Nothing outside the leading block is touched.
-    for (int i = 4; i <= 5; ++i) {
-        EXPECT_EQ(p.d[i - 1], 77.0);
-        EXPECT_EQ(p.e[i - 1], 77.0);
-        for (int j = 1; j <= 5; ++j) EXPECT_EQ(p.at(i, j), 77.0);
-        for (int j = 1; j <= 5; ++j) EXPECT_EQ(p.at(j, i), 77.0);
     }
 }
 

@@ -213,19 +213,4 @@ TEST_F(Gradients, FixedDifferencesAndTheirSteps) {
     }
 }
 
-// Scheme 3 where no formula exists: the messages, the scheme back to 0 and
-// the gradient of the adaptive procedure in the same call.
-TEST_F(Gradients, AnalyticalSchemeWithoutFormula) {
-    choose(20);
-    E4DataSet.iStat(row::gradientScheme) = 3;
-    output();
-    E4GRD1(E4DataSet.xEnd.data(), E4DataSet.fEnd, E4DataSet.gEnd.data());
-    EXPECT_NE(output().find(" E4GRD1 -E- SOMETHING WRONG WITH ANALYTICAL GRADIENT CODE.\n"
-                            " E4GRD1 -W- Finite-difference gradient scheme will be used.\n"),
-              std::string::npos);
-    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 0);
-    for (int i = 1; i <= 3; ++i) EXPECT_TRUE(near(g(i), kGrad[i - 1], 1e-7)) << i;
-    EXPECT_EQ(nge(), 1);
-}
-
 }  // namespace

@@ -1,5 +1,7 @@
 // E4ERR1 and E4TOL1 on a user's problem that plays a script of values, so
-// that every table, every step and every trace line can be worked out.
+// that every table, every step and every trace line can be worked out, on a
+// smooth user function with deterministic pseudo-random noise of a chosen
+// size, and on the constant test function.
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
@@ -15,6 +17,8 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -40,7 +44,35 @@ std::vector<double> inUnits(std::vector<double> v) {
     return v;
 }
 
+double noiseSize = 0.0;  // relative size of the noise of the user function
+
+// A number in [-1, 1] that depends on the bits of x1 and x2 only.
+double pseudoRandom(double x1, double x2) {
+    std::uint64_t a = 0, b = 0;
+    std::memcpy(&a, &x1, 8);
+    std::memcpy(&b, &x2, 8);
+    std::uint64_t z = a * 0x9E3779B97F4A7C15ull ^ (b + 0x632BE59BD9B4E019ull);
+    z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9ull;
+    z = (z ^ (z >> 27)) * 0x94D049BB133111EBull;
+    z ^= z >> 31;
+    return static_cast<double>(z >> 11) / static_cast<double>(1ull << 52) - 1.0;
+}
+
 }  // namespace
+
+// The user's problem of this test program: a smooth quadratic of two
+// variables near 100, with relative noise of size noiseSize.
+static double noisyQuadraticUserf(double* x) {
+    E4DataSetRecord& d = E4DataSet;
+    if (d.iStat(row::functionEvaluations) == 0) {
+        d.nVar() = 2;
+        x[0] = 1.5;
+        x[1] = -0.5;
+        d.iFixer(1) = d.iFixer(2) = 1;
+    }
+    double smooth = 100.0 + x[0] * x[0] + 3.0 * x[1] * x[1] + x[0] * x[1];
+    return smooth * (1.0 + noiseSize * pseudoRandom(x[0], x[1]));
+}
 
 static double scriptedUserf(double* x) {
     E4DataSetRecord& d = E4DataSet;
@@ -88,6 +120,15 @@ protected:
         E4DataSet.fStart = E4FUN1(E4DataSet.xStart);
         E4DataSet.iStat(row::messageLevel) = level;
         out.str("");
+    }
+    // Selects a problem as PROBLEM does, quietly: the first evaluation at xStart.
+    void choose(int code) {
+        E4DataSetRecord& d = E4DataSet;
+        d.iStat(row::problemCode) = code;
+        d.iStat(row::messageLevel) = 0;
+        d.fStart = E4FUN1(d.xStart);
+        d.iStat(row::nFree) = 0;
+        for (int i = 1; i <= d.nVar(); ++i) d.iStat(row::nFree) += d.iFixer(i) != 0;
     }
     int estimate() {
         int err = -1;
@@ -190,37 +231,6 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
     EXPECT_NEAR(script.points[3][0], 0.77 * kL, 1e-17);
     EXPECT_NEAR(script.points[4][0], kL * kH, 1e-18);
     EXPECT_NEAR(script.points[15][0], 12 * kL * kH, 1e-18);
-}
-
-// Column 2 of 1 -1 0 -1 1 -1 1 1 -1 2 3 -1 -2 has three pairs of one sign
-// out of 12 when zero counts as positive: 0.25 is still noise, read off
-// column 2 as 3u*sqrt(1!^2/2!).  The function value is marked as not
-// loaded, so f = 0 is evaluated anew (the stale 7 would give A = 8); a
-// flag of FrlErr already set goes up by one.
-TEST_F(ScriptedNoise, AQuarterOfSameSignPairsIsStillNoise) {
-    play(inUnits({7 / u, 0, 2, 1, 0, 0, -1, 0, -1, 0, 1, 0, 2, 5, 4}), 1);
-    E4DataSet.iStat(row::fSet) = 0;
-    E4DataSet.iStat(row::FrlErrSet) = 1;
-    EXPECT_EQ(estimate(), 0);
-    EXPECT_NE(out.str().find("estimated by using 2-th\n"), std::string::npos) << out.str();
-    EXPECT_EQ(E4DataSet.fStart, 0.0);
-    EXPECT_DOUBLE_EQ(E4DataSet.FrlErr, 3 * u * std::sqrt(0.5));
-    EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 2);
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 15);
-}
-
-// The step from the spread of the values, in units w = 2^-12 (below DFMAX):
-// T = 0 -1 2 0 -2 1 0 2 -2 0 1 1 -1 1.  Both curvatures are 4w/h^2, the
-// Newton steps -h/4 and -0 have no sensible ratio; the first greatest value
-// is T(3), the first smallest T(5): W = |3-5|*0.1/(4w)*h = 204.8/13 and
-// xStep = W*L.
-TEST_F(ScriptedNoise, LinearStepFromTheFirstGreatestAndSmallestValues) {
-    std::vector<double> v{0, 1, -1, 2, 0, -2, 1, 0, 2, -2, 0, 1, 1, -1};
-    for (double& e : v) e = std::ldexp(e, -12);
-    play(v, 1);
-    EXPECT_EQ(estimate(), 0);
-    EXPECT_NE(out.str().find("Linear estimation of initial argument step"), std::string::npos);
-    EXPECT_NEAR(E4DataSet.xStep(1), 204.8 / 13 * kL, 1e-15);
 }
 
 // T(k) = 2^(k-1) u: every column keeps one sign, so the estimate comes from
@@ -437,6 +447,49 @@ TEST_F(ScriptedNoise, TolerancesMeasureTheNoiseFirst) {
     EXPECT_EQ(err, 10);
     EXPECT_EQ(out.str(), " E4TOL1 --- Return to   TEST\n");
     EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
+}
+
+TEST_F(ScriptedNoise, KnownNoiseIsFoundWithinAFactorOfThree) {
+    for (double size : {1e-10, 1e-8, 1e-6}) {
+        restart();
+        setUserFunction(noisyQuadraticUserf);
+        noiseSize = size;
+        choose(20);
+        EXPECT_EQ(estimate(), 0) << size;
+        EXPECT_GT(E4DataSet.FrlErr, size / 3) << size;
+        EXPECT_LT(E4DataSet.FrlErr, size * 3) << size;
+        EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 1);
+        // A step search and a table of 12 values stay within about 42 evaluations.
+        EXPECT_LE(E4DataSet.iStat(row::functionEvaluations), 1 + 31 + 12 * 3);
+    }
+    noiseSize = 0.0;
+}
+
+// The constant function at message level 1: C stays 0, so the step grows
+// by 11 until 30 evaluations are spent; the 31st gives up the search, the
+// table of equal values has a zero second column, and the fallback
+// sqrt(nVar)*eps*A with nVar 1 and A 1 is taken and the table listed.
+TEST_F(ScriptedNoise, ConstantFunctionTakesTheFallback) {
+    choose(14);
+    E4DataSet.iStat(row::messageLevel) = 1;
+    out.str("");
+    ASSERT_EQ(E4DataSet.nVar(), 1);
+    EXPECT_EQ(estimate(), 1);
+    EXPECT_EQ(E4DataSet.FrlErr, X02RMDC(2));
+    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1 + 31 + 12);
+    const std::string text = out.str();
+    auto count = [&text](const std::string& what) {
+        int n = 0;
+        for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
+        return n;
+    };
+    EXPECT_EQ(count("Step length correction..."), 30);
+    EXPECT_NE(text.find(" E4ERR1 --- RELSTP =   11.0000     .NE. RLSNEW =   1.00000    \n"), std::string::npos);
+    EXPECT_EQ(count(" E4ERR1 -E- NO ACCEPTABLE ARGUMENT STEP FOUND\n"), 1);
+    EXPECT_EQ(count(" E4ERR1 -W- Zero norm of 2-th column of differences table.\n"), 1);
+    EXPECT_EQ(count("\n  0.0      0.0    \n"), 13);  // rows 1..13 hold two zeros
+    EXPECT_TRUE(text.ends_with("  0.0    \n            Quadratic estimation of initial argument step which\n"
+                               "            may be used by any local search routine is:\n  0.100000    \n\n"));
 }
 
 }  // namespace

@@ -121,14 +121,6 @@ TEST_F(TargetFunction, MessageLevelFiveTracesAndSixAnnounces) {
               " Function no.  7,       3 value = -0.9322000000000000    \n");
 }
 
-TEST_F(TargetFunction, ProblemTenAnnouncesItsDimensionOnlyAboveLevelFive) {
-    select(10);
-    EXPECT_EQ(output(), " Welcome to one-dimensional problem\n");
-    E4DataSet.iStat(row::messageLevel) = 6;
-    at({1});
-    EXPECT_NE(output().find(" 1-dimensional problem\n"), std::string::npos);
-}
-
 TEST_F(TargetFunction, SquaredProblemIsLoadedFromTheTerminal) {
     // A = [2 1; 1 3], minimum 5 at z = (1, 2): f(0) = 5 + z'Az / 2 = 5 + 18 / 2.
     EXPECT_DOUBLE_EQ(select(8, "2\n2 1\n3\nY\n5\n1 2\n0\n", 0), 14.0);
@@ -158,26 +150,6 @@ TEST_F(TargetFunction, SquaredProblemBrokenOffBeginsAgainWithoutTheDimension) {
     EXPECT_EQ(occurrences(output(), "Number of variables"), 0);
     EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1);
     EXPECT_DOUBLE_EQ(at({1, 1}), -1.0 + 0.5 * (4 + 1));
-}
-
-TEST_F(TargetFunction, UndefinedCodesHaveNoTargetFunction) {
-    for (int code : {0, -3, 15, 19}) {
-        E4DataSet.iStat(row::problemCode) = code;
-        EXPECT_EQ(E4FUN1(E4DataSet.xStart), 0.0);
-        EXPECT_EQ(output(), " E4FUN1 -E- No target function specified!\n");
-    }
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
-    EXPECT_EQ(E4DataSet.iStat(row::fSet), 0);
-}
-
-TEST_F(TargetFunction, CatalogueHoldsTwentyOneTitles) {
-    EXPECT_EQ(problemTitle(1), "Rosenbrock" + std::string(40, ' '));
-    EXPECT_EQ(problemTitle(13).substr(0, 42), "Polynomial approximation (nonsmooth case) ");
-    EXPECT_EQ(problemTitle(20).size(), 50u);
-    EXPECT_EQ(problemTitle(20).substr(0, 15), "User's problem ");
-    for (int code : {0, 15, 19, 21, 22}) {
-        EXPECT_EQ(problemTitle(code).substr(0, 18), "... UNDEFINED ... ");
-    }
 }
 
 }  // namespace

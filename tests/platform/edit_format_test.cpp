@@ -209,19 +209,6 @@ TEST(FormatErrors, MalformedFormatsThrow) {
         EXPECT_THROW(formatRecords(f, {1}), std::logic_error) << f;
 }
 
-TEST(FormatErrors, ItemOfWrongKindThrows) {
-    EXPECT_THROW(formatRecords("(I5)", {1.5}), std::logic_error);
-    EXPECT_THROW(formatRecords("(F5.1)", {1}), std::logic_error);
-    EXPECT_THROW(formatRecords("(A)", {1}), std::logic_error);
-    EXPECT_THROW(formatRecords("(G10.3)", {"x"}), std::logic_error);
-}
-
-TEST(FormatErrors, NoDescriptorForRemainingItemsThrows) {
-    EXPECT_THROW(formatRecords("(1X)", {1}), std::logic_error);
-    EXPECT_THROW(formatRecords("(I3,2('x'))", {1, 2}), std::logic_error);
-    EXPECT_THROW(formatRecords("(-1P,E10.1)", {1.0}), std::logic_error);
-}
-
 TEST(ExactDigits, ExpansionIsTheExactBinaryValue) {
     editing::Decimal tenth = editing::exactDecimal(0.1);
     EXPECT_EQ(tenth.digits, "1000000000000000055511151231257827021181583404541015625");
@@ -245,13 +232,6 @@ TEST(ExactDigits, RoundingTiesToEvenAndCarries) {
     EXPECT_EQ(up.digits, "1");
     EXPECT_EQ(up.exp, 1);
     EXPECT_TRUE(editing::roundDigits(Decimal{"9", 0}, -1).digits.empty());
-}
-
-TEST(ListDirectedOutput, WideIntegersAndMixtures) {
-    EXPECT_EQ(listDirected({12345678901234LL}), "       12345678901234");
-    EXPECT_EQ(listDirected({-2147483649LL}), "          -2147483649");
-    EXPECT_EQ(listDirected({"a", "b", 2}), " ab           2");
-    EXPECT_EQ(listDirected({2.0, "x"}), "   2.0000000000000000      x");
 }
 
 }  // namespace

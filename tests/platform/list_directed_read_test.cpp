@@ -12,35 +12,6 @@ namespace {
 
 using Items = std::vector<std::string>;
 
-TEST(ListItems, BlanksCommasAndQuotesSeparate) {
-    EXPECT_EQ(listItems("  1, 2.5  abc ,'it''s here' "), (Items{"1", "2.5", "abc", "it's here"}));
-    EXPECT_EQ(listItems("\t4\t\"a,b\"\tx"), (Items{"4", "a,b", "x"}));
-    EXPECT_EQ(listItems(""), Items{});
-    EXPECT_EQ(listItems("   "), Items{});
-}
-
-TEST(ListItems, NullValuesBetweenCommas) {
-    EXPECT_EQ(listItems("1,,3"), (Items{"1", "", "3"}));
-    EXPECT_EQ(listItems(",2"), (Items{"", "2"}));
-    EXPECT_EQ(listItems("1 , , 2"), (Items{"1", "", "2"}));
-    // A comma before the record end ends the value; it adds no null.
-    EXPECT_EQ(listItems("1,2,"), (Items{"1", "2"}));
-}
-
-TEST(ListItems, RepeatCounts) {
-    EXPECT_EQ(listItems("3*7 2*"), (Items{"7", "7", "7", "", ""}));
-    EXPECT_EQ(listItems("2*'a b',1"), (Items{"a b", "a b", "1"}));
-    EXPECT_EQ(listItems("0*5 x*2"), (Items{"0*5", "x*2"}));
-}
-
-TEST(ListItems, SlashEndsTheItems) {
-    bool slash = false;
-    EXPECT_EQ(listItems("1 2 / 3", &slash), (Items{"1", "2"}));
-    EXPECT_TRUE(slash);
-    EXPECT_EQ(listItems("'a/b' 2", &slash), (Items{"a/b", "2"}));
-    EXPECT_FALSE(slash);
-}
-
 TEST(ListConvert, Integers) {
     int v = 99;
     EXPECT_EQ(listReadInt("42", v), 0);

@@ -47,25 +47,6 @@ bool wellFormedXml(const std::string& path) {
     return std::system(cmd.c_str()) == 0;
 }
 
-TEST_F(SvgCanvasTest, PaletteIsTheClassicConsoleColours) {
-    EXPECT_EQ(canvas::paletteColour(0), "#000000");
-    EXPECT_EQ(canvas::paletteColour(2), "#00AA00");
-    EXPECT_EQ(canvas::paletteColour(6), "#AA5500");
-    EXPECT_EQ(canvas::paletteColour(9), "#5555FF");
-    EXPECT_EQ(canvas::paletteColour(12), "#FF5555");
-    EXPECT_EQ(canvas::paletteColour(15), "#FFFFFF");
-    EXPECT_EQ(canvas::paletteColour(17), "#0000AA");  // taken mod 16
-}
-
-TEST_F(SvgCanvasTest, LineMasksBecomeDashPatterns) {
-    EXPECT_EQ(canvas::dashPattern(0xFFFF), "");
-    EXPECT_EQ(canvas::dashPattern(0xEEEE), "3 1 3 1 3 1 3 1");
-    EXPECT_EQ(canvas::dashPattern(0xECEC), "3 1 2 2 3 1 2 2");
-    EXPECT_EQ(canvas::dashPattern(0xAAAA), "1 1 1 1 1 1 1 1 1 1 1 1 1 1 1 1");
-    // A mask that begins with clear bits starts with an empty dash.
-    EXPECT_EQ(canvas::dashPattern(0x0FFF), "0 4 12 0");
-}
-
 TEST_F(SvgCanvasTest, WindowOpensOnlyOnUserAndKeepsItsConfiguration) {
     EXPECT_FALSE(canvas::openWindow(15, "graph.txt"));
     EXPECT_FALSE(canvas::windowOpen());
@@ -91,24 +72,6 @@ TEST_F(SvgCanvasTest, WindowOpensOnlyOnUserAndKeepsItsConfiguration) {
     canvas::windowPlace(col, row);
     EXPECT_EQ(col, 70);
     EXPECT_EQ(row, 20);
-}
-
-TEST_F(SvgCanvasTest, FontsAreChosenByTheirCellSize) {
-    int h = 0, w = 0;
-    EXPECT_EQ(canvas::selectFont("h12w8f"), -1);  // fonts not loaded yet
-    EXPECT_FALSE(canvas::fontCell(h, w));
-    EXPECT_GT(canvas::loadFonts(), 0);
-    EXPECT_EQ(canvas::selectFont("h10w5p"), 0);
-    ASSERT_TRUE(canvas::fontCell(h, w));
-    EXPECT_EQ(h, 10);
-    EXPECT_EQ(w, 5);
-    EXPECT_EQ(canvas::selectFont("courier"), -1);
-    ASSERT_TRUE(canvas::fontCell(h, w));
-    EXPECT_EQ(h, 10);  // a failed choice keeps the font
-    EXPECT_EQ(canvas::selectFont("h12w8f"), 0);
-    ASSERT_TRUE(canvas::fontCell(h, w));
-    EXPECT_EQ(h, 12);
-    EXPECT_EQ(w, 8);
 }
 
 TEST_F(SvgCanvasTest, WorldCoordinatesRunUpwardsOnTheViewport) {
@@ -155,20 +118,6 @@ TEST_F(SvgCanvasTest, JoinedSegmentsMakeOnePolylinePerColourAndMask) {
                        "stroke-dasharray=\"1 1"),
               std::string::npos);
     EXPECT_EQ(count(doc, "<polyline"), 3);
-}
-
-TEST_F(SvgCanvasTest, ShapesSitInTheirBoxOfViewportPixels) {
-    openSmallWindow();
-    canvas::setViewport(10, 20, 110, 90);
-    canvas::setColour(1);
-    canvas::drawEllipse(true, 8, 8, 12, 12);
-    canvas::drawRectangle(false, 0, 0, 6, 4);
-    std::string doc = canvas::svgDocument();
-    EXPECT_NE(doc.find("<ellipse cx=\"20\" cy=\"30\" rx=\"2\" ry=\"2\" fill=\"#0000AA\""),
-              std::string::npos);
-    EXPECT_NE(doc.find("<rect x=\"10\" y=\"20\" width=\"6\" height=\"4\" fill=\"none\" "
-                       "stroke=\"#0000AA\""),
-              std::string::npos);
 }
 
 TEST_F(SvgCanvasTest, TextStandsBelowThePenAndIsEscaped) {

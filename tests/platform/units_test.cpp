@@ -86,16 +86,6 @@ TEST_F(Units, BackspaceStepsBackOneRecord) {
     EXPECT_EQ(rec, "one");
 }
 
-TEST_F(Units, WritingASequentialRecordMakesItTheLast) {
-    std::ofstream(path("c.txt")) << "one\ntwo\nthree\n";
-    ASSERT_EQ(unit::open(4, path("c.txt"), {unit::Status::Unknown}), 0);
-    std::string rec;
-    unit::readRecord(4, rec);
-    write(4, "(A)", "TWO");
-    unit::close(4);
-    EXPECT_EQ(contents(path("c.txt")), "one\nTWO\n");
-}
-
 TEST_F(Units, AppendGoesOnBehindTheOldContents) {
     std::ofstream(path("d.txt")) << "old\n";
     ASSERT_EQ(unit::open(7, path("d.txt"), {unit::Status::Unknown, unit::Access::Sequential,
@@ -104,15 +94,6 @@ TEST_F(Units, AppendGoesOnBehindTheOldContents) {
     write(7, "(1X,A)", "new");
     unit::close(7);
     EXPECT_EQ(contents(path("d.txt")), "old\n new\n");
-}
-
-TEST_F(Units, DollarKeepsTheRecordOpenUntilTheNextWriteOrClose) {
-    ASSERT_EQ(unit::open(7, path("e.txt"), {}), 0);
-    write(7, "(1X,A,': ',$)", "Prompt");
-    write(7, "(A)", "reply");
-    write(7, "(A,$)", "left open");
-    unit::close(7);
-    EXPECT_EQ(contents(path("e.txt")), " Prompt: reply\nleft open\n");
 }
 
 TEST_F(Units, DirectAccessRecordsOfFourByteReals) {

@@ -104,20 +104,6 @@ TEST_F(ArrayIO, JoinerPutsWordsAtTabColumns) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(ArrayIO, JoinerFailures) {
-    std::string line(5, ' ');
-    int length = 0, status = 0;
-    std::vector<std::string> w = {field("", 4), field("  ", 4)};
-    R02AWL(w.data(), 2, ',', 8, line, length, status);
-    EXPECT_EQ(status, 1);
-    w = {field("abc", 4), field("def", 4)};
-    R02AWL(w.data(), 2, ',', 1, line, length, status);
-    EXPECT_EQ(status, -1);
-    EXPECT_EQ(line, "abc,d");
-    EXPECT_EQ(output(), " R02AWL ---W- All words are empty.\n"
-                        " R02AWL ---E- Unsufficient output line length.\n");
-}
-
 TEST_F(ArrayIO, RealWriterFiveToALineAndAnEmptyLineAfterEachRow) {
     // A 2 by 6 matrix with leading dimension 3, row 1 holding 1.5 ... and
     // row 2 the negatives.
@@ -138,44 +124,6 @@ TEST_F(ArrayIO, RealWriterFiveToALineAndAnEmptyLineAfterEachRow) {
               " -1.500000,     -2.250000,     -3.000000,     -4.750000,     -5.500000\n"
               " -6.125000\n"
               "\n");
-}
-
-TEST_F(ArrayIO, StorageFieldsComeBackThroughTheReaders) {
-    openFile("", unit::Status::Unknown);
-    const double h[4] = {1.25, -0.5, 3.0e-7, 1234567.0};  // 2 by 2, column-major
-    const int fix[3] = {1, 0, 1};
-    int status = 0;
-    R02WRA1(kChannel, h, 2, 2, 2, " run1 ~~~~~ Hesse:", status);
-    R2WIA1(kChannel, fix, 1, 1, 3, " run1 ~~~~~ iFixer:", status);
-    R2WIA1(kChannel, fix, 1, 1, 3, " run12 ~~~~~ iFixer:", status);
-    unit::rewind(kChannel);
-    double back[4] = {};
-    int fixBack[3] = {};
-    R02RDR(kChannel, back, 2, 2, 2, "hesse", "RUN1", status);
-    EXPECT_EQ(status, 0);
-    EXPECT_DOUBLE_EQ(back[0], 1.25);
-    EXPECT_DOUBLE_EQ(back[1], -0.5);
-    EXPECT_DOUBLE_EQ(back[2], 3.0e-7);
-    EXPECT_DOUBLE_EQ(back[3], 1234567.0);
-    R02RDI(kChannel, fixBack, 1, 1, 3, "IFIXER", "run12", status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(fixBack[1], 0);
-    EXPECT_EQ(fixBack[2], 1);
-    R02RDI(kChannel, fixBack, 1, 1, 3, "BL", "run1", status);
-    EXPECT_EQ(status, -1);
-    EXPECT_EQ(output(), " I05FTSF --E- NOT FOUND \"BL\" \"run1\"\n");
-}
-
-void writeNotANumber() {
-    unit::setTerminal(nullptr, &std::cerr);
-    double a[1] = {std::numeric_limits<double>::quiet_NaN()};
-    int status = 0;
-    R02WRA1(6, a, 1, 1, 1, "x", status);
-}
-
-TEST(ArrayIODeath, UnconvertibleRealStopsTheProgram) {
-    EXPECT_EXIT(writeNotANumber(), ::testing::ExitedWithCode(1),
-                "^ x\n R02WRA1 --E- Fatal conversion error.\n R02WRA1\n$");
 }
 
 }  // namespace

@@ -68,13 +68,6 @@ TEST_F(ArrayLoaders, RangeBeyondTheArrayIsRefused) {
     EXPECT_EQ(output(), " I5LRA2 -E- INDEX IS OUTSIDE OF BOUNDS!\n");
 }
 
-TEST_F(ArrayLoaders, AllWithAValueFillsWhateverTheSetFlag) {
-    command("LOAD,,RX,ALL,1E-5");
-    EXPECT_EQ(loadVector(1), 0);
-    EXPECT_EQ(x_, filled({1, 2, 3, 4, 5, 6}, 1e-5));
-    EXPECT_EQ(changed_, 1);
-}
-
 TEST_F(ArrayLoaders, AllWithoutAValueReadsOnlyAnUnsetArray) {
     command("LOAD,TERMINAL,XSTART,ALL");
     feed("1 2 3\n4 5 6\n");
@@ -86,24 +79,6 @@ TEST_F(ArrayLoaders, AllWithoutAValueReadsOnlyAnUnsetArray) {
     EXPECT_EQ(changed_, 1);
     // The question is the comment with ":" (dropped by the prompt).
     EXPECT_EQ(output(), " argument values " + std::string(41, '.') + ": ");
-}
-
-TEST_F(ArrayLoaders, SingleEntriesOfVectorAndMatrix) {
-    command("LOAD,,XSTART,3,2.5");
-    EXPECT_EQ(loadVector(), 0);
-    EXPECT_EQ(x_, filled({3}, 2.5));
-    std::vector<double> h(16, 0.0);  // 3 by 3, leading dimension 4
-    command("LOAD,,HESSE,2,3,4.5");
-    int status = 9;
-    I5LRA2(h.data(), 4, 3, 3, "Hesse", " ", "", words_.data(), 6, 4, " ,;", 1, 5, "", "SEQ", 1, changed_,
-           status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(h[(3 - 1) * 4 + 2 - 1], 4.5);
-    command("LOAD,,HESSE,2,4,4.5");
-    I5LRA2(h.data(), 4, 3, 3, "Hesse", " ", "", words_.data(), 6, 4, " ,;", 1, 5, "", "SEQ", 1, changed_,
-           status);
-    EXPECT_EQ(status, 1);
-    EXPECT_EQ(output(), " I5LRA2 -E- INDEX IS OUTSIDE OF BOUNDS!\n");
 }
 
 TEST_F(ArrayLoaders, AutoModeFailsWhereAQuestionWouldBeNeeded) {

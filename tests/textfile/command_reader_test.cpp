@@ -71,15 +71,4 @@ TEST_F(CommandReaderTest, AutoModeReadsSilentlyAndEndsWithExit) {
     EXPECT_EQ(output(), " I5ROL2 -W- END OF COMMAND FILE!\n");
 }
 
-TEST_F(CommandReaderTest, ReportFileGetsACopyOfEachCommand) {
-    openFile(3, "cmd.txt", "REPORT\n", unit::Status::Old);
-    openFile(7, "out.txt", "", unit::Status::New);
-    read(3, 0, 7);
-    read(3, 0, 7);
-    unit::close(7);
-    std::ifstream copy(dir / "out.txt");
-    std::string text((std::istreambuf_iterator<char>(copy)), std::istreambuf_iterator<char>());
-    EXPECT_EQ(text, " ==> USER-COMMAND: REPORT\n ==> USER-COMMAND: CLOSE COMMAND READ\n");
-}
-
 }  // namespace

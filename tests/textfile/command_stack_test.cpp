@@ -59,29 +59,4 @@ TEST_F(CommandStackTest, EmptyAndOverfilledStacks) {
               " R02CSO ---W- Exceeded # of stack elements.\n");
 }
 
-TEST_F(CommandStackTest, CutTextsAndBadArguments) {
-    command = std::string(85, 'B');
-    R02CSO(command, "PUSH", stack, 20, sp, status);
-    EXPECT_EQ(stack[0] + std::to_string(status), std::string(80, 'B') + "-4");
-    std::string shortField(5, ' '), none;
-    R02CSO(shortField, "POP", stack, 20, sp, status);
-    EXPECT_EQ(shortField + std::to_string(status) + std::to_string(sp), "BBBBB-50");
-    run("X", "JUMP  ");
-    EXPECT_EQ(status, -2);
-    R02CSO(command, "PUSH", stack, 0, sp, status);
-    EXPECT_EQ(status, -3);
-    std::vector<std::string> flat(20, std::string());
-    R02CSO(command, "PUSH", flat, 20, sp, status);
-    EXPECT_EQ(status, -10);
-    R02CSO(none, "POP", stack, 20, sp, status);
-    EXPECT_EQ(status, -10);
-    EXPECT_EQ(output(),
-              " R02CSO ---E- Unsufficient LENGTH( stack ), input string truncated.\n"
-              " R02CSO ---E- Unsufficient LENGTH( command ), stack value truncated.\n"
-              " R02CSO ---E- Wrong stack action: \"JUMP\".\n"
-              " R02CSO ---E- Zero stack length dimensioned.\n"
-              " R02CSO ---E- Zero size of \"stack\" variable.\n"
-              " R02CSO ---E- Zero size of \"command\" variable.\n");
-}
-
 }  // namespace

@@ -74,33 +74,6 @@ TEST_F(FileDialogue, AReplyThatDoesNotParseCleanlyIsAskedAgain) {
     EXPECT_EQ(count(shown, kQuestion), 2);
 }
 
-TEST_F(FileDialogue, NoDefaultNoFileSystemAndABadDefault) {
-    std::string deflt(32, ' ');
-    int err = 99;
-    feed("\nrun.out\n");
-    I05EFND("Output", deflt, "", 20, err);
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(output(), " I05EFND --W- No default name string specified.\n Output ......... : ");
-    I05EFND("Output", deflt, "", 20, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(trim(deflt), "run.out");
-    output();
-
-    sysinf.FileSystemType = std::string(16, ' ');
-    feed("\n");
-    I05EFND("Output", deflt, "", 20, err);
-    EXPECT_EQ(err, 3);
-    EXPECT_EQ(trim(sysinf.FileSystemType), "FAT32");
-    EXPECT_EQ(output().rfind(" I05EFND --W- No file system specified, FAT will be used.\n", 0), 0u);
-
-    deflt = field("C:X:", 32);
-    feed("NEW\n");
-    I05EFND("Output", deflt, "", 20, err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(deflt, std::string(32, ' '));
-    EXPECT_EQ(output().find("Output"), std::string::npos);  // nothing was asked
-}
-
 TEST_F(FileDialogue, OpensAFileThatExistsAndCreatesOneOnWriting) {
     std::ofstream(path("have.dat")) << "line one\n";
     std::string name = field(path("have.dat"), 128);
@@ -174,19 +147,6 @@ TEST_F(FileDialogue, GivingUpAndNoDialogueInAutoModeOrFromACommandFile) {
     const std::string shown = output();
     EXPECT_EQ(count(shown, "Current file name: \"" + missing + "\""), 2);
     EXPECT_EQ(shown.find("Give new file name"), std::string::npos);
-}
-
-TEST_F(FileDialogue, AQuotationMarkAsksForANewFile) {
-    std::string name = field("\"" + path("fresh.out"), 128);
-    int result = 99;
-    Z1OPN1(7, name, "READ", "OLD", result);
-    EXPECT_EQ(result, 0);
-    EXPECT_EQ(trim(name), path("fresh.out"));
-    EXPECT_TRUE(fs::exists(path("fresh.out")));
-    unit::close(7);
-    name = field(path("fresh.out") + "\"", 128);
-    Z1OPN1(7, name, "READ", "OLD", result);
-    EXPECT_EQ(result, unit::IOERR_EXISTS);
 }
 
 TEST_F(FileDialogue, AnEmptyName) {

@@ -105,45 +105,6 @@ TEST_F(FileSpec, ParsedFieldsStatusesMessagesAndTheWayBack) {
     }
 }
 
-TEST_F(FileSpec, SpecificationOf257CharactersIsRefused) {
-    SpecFields fields = makeSpecFields(256);
-    int err = 99;
-    R02PFS(std::string(257, 'a'), fields, "FAT32", err);
-    EXPECT_EQ(err, -6);
-    // The second line is cut where a console message ends, at 256 columns.
-    EXPECT_EQ(output(), " R02PFS ---E- Too long file specification, exceeds 256 in\n" + std::string(13, ' ') +
-                            "\"" + std::string(242, 'a') + "\n");
-    R02PFS(std::string(256, 'b') + "   ", fields, "FAT32", err);  // trailing blanks do not count
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(fields[kSpecName], std::string(256, 'b'));
-}
-
-TEST_F(FileSpec, CallersFieldTooNarrow) {
-    SpecFields fields = makeSpecFields(16);
-    int err = 99;
-    R02PFS("ABCDEFGHIJKLMNOPQRST.DAT", fields, "FAT32", err);
-    EXPECT_EQ(err, -5);
-    EXPECT_EQ(output(), " R02PFN ---E- Dimensioned FILE NAME field length exceeded in" + kIn +
-                            "ABCDEFGHIJKLMNOPQRST.DAT\"\n R02PFS ---E- Dimensioned FILE NAME field length exceeded in" +
-                            kIn + "ABCDEFGHIJKLMNOPQRST.DAT\"\n");
-}
-
-TEST_F(FileSpec, FieldLimitsByFileSystem) {
-    int err = 99;
-    const struct { const char* fs; const char* field; int limit; } rows[] = {
-        {"FAT", "NAME", 8}, {"fat", "ex", 3}, {"FAT16", "dev", 1}, {"FAT", "NODE", 0}, {"FAT", "OTHER", 0},
-        {"FAT32", "NAME", 256}, {"FAT32", "DIRECTORY", 256}, {"FAT32", "NO", 0}, {"UNIX", "OT", 256},
-        {"VMS", "Node", 256}};
-    for (const auto& r : rows) {
-        EXPECT_EQ(Z03FSLEN(r.fs, r.field, err), r.limit) << r.fs << " " << r.field;
-        EXPECT_EQ(err, 0);
-    }
-    EXPECT_EQ(output(), "");
-    EXPECT_EQ(Z03FSLEN("HPFS", "NAME", err), 256);
-    EXPECT_EQ(err, -10);
-    EXPECT_EQ(output(), " Z03FSLEN -W- Unknown file system identifier: \"HPFS\"\n");
-}
-
 TEST_F(FileSpec, NameAndExtensionApartAndTogether) {
     std::string name(16, ' '), ext(16, ' '), word(20, '?');
     int err = 99;
@@ -226,25 +187,6 @@ TEST_F(FileSpec, ComposeDropsCutsAndRefuses) {
             EXPECT_EQ(shown, c.said);
         }
     }
-}
-
-TEST_F(FileSpec, OneElementOfASpecification) {
-    std::string result(12, '?');
-    int len = -1, err = 99;
-    R02FSE(result, "C:\\DATA\\CURVE.DAT", "name", "FAT", len, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(result, field("CURVE", 12));
-    EXPECT_EQ(len, 5);
-    R02FSE(result, "C:\\DATA\\CURVE.DAT", "Directory", "FAT", len, err);
-    EXPECT_EQ(result, field("DATA", 12));
-    R02FSE(result, "C:\\DATA\\CURVE.DAT", "EXT", "FAT", len, err);
-    EXPECT_EQ(err, -11);
-    EXPECT_EQ(len, 0);
-    EXPECT_EQ(output(), " R02FSE ---E- Wrong element identifier: \"EXT\".\n");
-    std::string small(3, ' ');
-    R02FSE(small, "/a/longname.c", "NAME", "UNIX", len, err);
-    EXPECT_EQ(small, "lon");
-    EXPECT_EQ(len, 3);
 }
 
 }  // namespace

@@ -101,16 +101,6 @@ TEST_F(KeyedReading, TextValueIsWordTwoCutToTheField) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(KeyedReading, TextKeyInACommentLineHasNoData) {
-    openText("  # HelpFile other.hlp\n");
-    std::string value = field("zemok.hlp", 32);
-    int status = 0;
-    I05RS2(kChannel, "HelpFile", value, "!#~", status);
-    EXPECT_EQ(status, 1);
-    EXPECT_EQ(value, field("zemok.hlp", 32));
-    EXPECT_EQ(output(), " I05RS2 ---W- No data associated with \"HelpFile\".\n");
-}
-
 TEST_F(KeyedReading, TextKeyWithoutValueOrTokenLeavesTheField) {
     // A blank comment set: "!" is then an ordinary value.
     openText("commentChars !#~\nCPUtype =\n");
@@ -142,15 +132,6 @@ TEST_F(KeyedReading, SequentialSearchGoesRoundOnce) {
     I05FTSF(kChannel, "delta", "", "SEQ", line, status);
     EXPECT_EQ(status, -1);
     EXPECT_EQ(output(), " I05FTSF --E- NOT FOUND \"delta\"\n");
-}
-
-TEST_F(KeyedReading, TokensAtTheSamePlaceMustBeFoundApart) {
-    openText("BL 1\nBL B 2\n");
-    std::string line(10, ' ');
-    int status = 0;
-    I05FTSF(kChannel, "BL", "B", "R", line, status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(line, field("BL B 2", 10));
 }
 
 }  // namespace

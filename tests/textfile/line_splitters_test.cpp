@@ -74,36 +74,4 @@ TEST_F(LineSplittersTest, NameAndValue) {
     EXPECT_EQ(output(), " R02CLS2 --E- Zero word length dimensioned.\n");
 }
 
-// Lines built from known words: blanks between two words, or a comma with
-// blanks around it; an empty word needs the comma.
-TEST_F(LineSplittersTest, BuiltLinesGiveBackTheirWords) {
-    std::mt19937 rng(77u);
-    auto pick = [&](int lo, int hi) { return std::uniform_int_distribution<int>(lo, hi)(rng); };
-    for (int n = 0; n < 500; ++n) {
-        std::vector<std::string> expected(static_cast<std::size_t>(pick(1, 8)));
-        for (std::string& w : expected) {
-            int len = pick(0, 3) == 0 ? 0 : pick(1, 10);
-            for (int i = 0; i < len; ++i) w += static_cast<char>(pick('a', 'z'));
-        }
-        if (expected.size() == 1) expected[0] += "x";
-        std::string line(static_cast<std::size_t>(pick(0, 2)), ' ');
-        for (std::size_t k = 0; k < expected.size(); ++k) {
-            bool comma = k > 0 && (expected[k - 1].empty() || expected[k].empty() || pick(0, 1) == 0);
-            if (k > 0) line += std::string(static_cast<std::size_t>(pick(comma ? 0 : 1, 3)), ' ');
-            if (comma) line += "," + std::string(static_cast<std::size_t>(pick(0, 2)), ' ');
-            line += expected[k];
-        }
-        std::array<int, 6> save{};
-        std::string word(16, ' ');
-        int len = 0;
-        std::vector<std::string> got;
-        do {
-            R02TNW(line, -1, " ,", word, len, save.data(), status);
-            if (status >= 0) got.push_back(word.substr(0, static_cast<std::size_t>(len)));
-        } while (status == 0 && got.size() < 20);
-        EXPECT_EQ(got, expected) << "line [" << line << "]";
-        EXPECT_EQ(status, 1);
-    }
-}
-
 }  // namespace

@@ -248,21 +248,6 @@ TEST_F(RoundTripTest, RealTextWithFifteenDigitsReadsBackWithinItsLastDigit) {
     }
 }
 
-TEST_F(RoundTripTest, IntegerTextReadsBackExactly) {
-    std::mt19937 gen(77);
-    std::uniform_int_distribution<int> any(-INT_MAX, INT_MAX);
-    for (int k = 0; k < 3000; ++k) {
-        const int i = any(gen);
-        std::string field(12, ' ');
-        int len = 0;
-        int err = 0;
-        R02I2C1(i, field, len, err);
-        ASSERT_EQ(err, 0);
-        EXPECT_EQ(R02C2I1(field, err), i) << field;
-        EXPECT_EQ(err, 0);
-    }
-}
-
 // The text in the usual notation: blanks out, D as E, and an E put in front
 // of a sign that follows the mantissa.
 std::string usualNotation(const std::string& text) {

@@ -30,18 +30,6 @@ TEST_F(JustifyTest, MovesThePartToEitherEndOfTheColumns) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(JustifyTest, CasesThatChangeNothing) {
-    int err = 0;
-    EXPECT_EQ(justified(" a ", 2, 2, 'R', err), " a ");
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(justified(" a ", 9, 9, 'R', err), " a ");  // first = last is not checked
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(justified("a    b", 2, 5, 'L', err), "a    b");  // only blanks there
-    EXPECT_EQ(justified("a    b", 2, 5, 'Q', err), "a    b");
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(output(), "");
-}
-
 TEST_F(JustifyTest, RefusalsWithTheirTexts) {
     int err = 0;
     std::string empty;

@@ -194,21 +194,6 @@ TEST_F(RealToTextTest, RequestChecks) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(RealToTextTest, TextIsShortenedToTheCallersField) {
-    const Shown s = real(3.14159, 1, 5, 1, 5);
-    EXPECT_EQ(s.text, "3.142");
-    EXPECT_EQ(s.err, 3);
-    // 12341.678 needs 7 columns fixed; with two decimals less it goes to the
-    // exponent form "1.23e+4", still 7: the second try cuts the field.
-    const Shown twice = real(12341.678, 1, 5, 1, 4);
-    EXPECT_EQ(twice.text, "1.23");
-    EXPECT_EQ(twice.err, -3);
-    // Nothing left for the mantissa.
-    const Shown none = real(3.14159, 1, 5, 0, 3);
-    EXPECT_EQ(none.text, "***");
-    EXPECT_EQ(none.err, -3);
-}
-
 TEST_F(RealToTextTest, MessagesOnlyWithTheSwitchOn) {
     struct Case {
         double v;
@@ -245,58 +230,6 @@ TEST_F(RealToTextTest, MessagesOnlyWithTheSwitchOn) {
 
 // ---- wrappers and integers ---------------------------------------------------
 
-TEST_F(RealToTextTest, WrapperR02R2C2CopiesOrRefuses) {
-    std::string result(20, '#');
-    int len = 0;
-    int err = 0;
-    R02R2C2(result, 0, 3.14159265, 1, 5, len, 2, 0, err);
-    EXPECT_EQ(result, " 3.14159e+000       ");
-    EXPECT_EQ(len, 13);
-    EXPECT_EQ(err, 0);
-
-    err = -6;
-    R02R2C2(result, 10, 3.14159265, 1, 5, len, 2, 0, err);
-    EXPECT_EQ(result, "*                   ");
-    EXPECT_EQ(len, 1);
-    EXPECT_EQ(err, -3);
-    EXPECT_EQ(output(), " R02R2C2 --E- Unsufficient length of R02R2C2: 10, required: 13\n");
-
-    err = 0;
-    R02R2C2(result, 10, 3.14159265, 1, 5, len, 2, 0, err);
-    EXPECT_EQ(err, -3);
-    EXPECT_EQ(output(), "");
-
-    // The switch of R02R2C1 travels through the wrapper.
-    err = kTalk;
-    R02R2C2(result, 0, 2.5, -1, 2, len, 2, -1, err);
-    EXPECT_EQ(result.substr(0, static_cast<std::size_t>(len)), "2.5");
-    EXPECT_EQ(err, 10);
-    EXPECT_EQ(output(), " R02R2C1 --W- Negative integer field width, assumed positive.\n");
-}
-
-TEST_F(RealToTextTest, ShortFormR02R2C3) {
-    std::string result(12, '#');
-    int len = 0;
-    int err = 0;
-    R02R2C3(result, 0, 3.14159, len, 1, err);
-    EXPECT_EQ(result, "3.142       ");
-    EXPECT_EQ(len, 5);
-    R02R2C3(result, 0, 3.14159, len, 0, err);
-    EXPECT_EQ(result, " 3.142e+000 ");
-    EXPECT_EQ(len, 11);
-
-    std::string small(8, '#');
-    err = -6;
-    R02R2C3(small, 0, 3.14159, len, 0, err);
-    EXPECT_EQ(small, "*       ");
-    EXPECT_EQ(len, 1);
-    EXPECT_EQ(err, -3);
-    EXPECT_EQ(output(), " R02R2C3 --E- Unsufficient length of R02R2C3.\n");
-    err = -5;
-    R02R2C3(small, 0, 3.14159, len, 0, err);
-    EXPECT_EQ(output(), "");
-}
-
 TEST_F(RealToTextTest, IntegersToText) {
     struct Case {
         int i;
@@ -331,24 +264,6 @@ TEST_F(RealToTextTest, IntegersToText) {
     EXPECT_EQ(err, -2);
     EXPECT_EQ(len, 0);
     EXPECT_EQ(output(), " R02I2C1 --E- Zero string length dimensioned.\n");
-}
-
-TEST_F(RealToTextTest, IntegerWrapperR02I2C2) {
-    std::string result(4, '#');
-    int len = 0;
-    int err = 0;
-    R02I2C2(result, 0, -7, len, err);
-    EXPECT_EQ(result, "-7  ");
-    EXPECT_EQ(len, 2);
-    EXPECT_EQ(err, 0);
-    R02I2C2(result, 0, 12345, len, err);  // the message comes whatever err was
-    EXPECT_EQ(result, "*   ");
-    EXPECT_EQ(err, -4);
-    EXPECT_EQ(output(), " R02I2C2 --E- Unsufficient length of R02I2C2: 4, required: 5\n");
-    std::string wide(20, '#');
-    R02I2C2(wide, 3, 1234, len, err);
-    EXPECT_EQ(err, -4);
-    EXPECT_EQ(output(), " R02I2C2 --E- Unsufficient length of R02I2C2: 3, required: 4\n");
 }
 
 }  // namespace

@@ -107,46 +107,4 @@ TEST_F(Prompts, IntegerQuestionTakesTheFirstWord) {
     EXPECT_EQ(count(output(), "< -3 >"), 1);
 }
 
-TEST_F(Prompts, UnusedParameterNotice) {
-    E4NUS1("STEP    ");
-    EXPECT_EQ(output(), " \"STEP\" is not used in this context (min. method, etc.)\n");
-}
-
-TEST_F(Prompts, ArraysRowByRowWithAnEmptyLineBehindEach) {
-    const double row[6] = {1.0, -2.5, 0.5, 1.0e7, 123456.0, 3.0};
-    int status = -1;
-    I5WRA1(6, row, 1, 1, 6, "Table", status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(output(), " Table\n   1.00000      -2.50000      0.500000      1.000000E+07   123456.    \n"
-                        "   3.00000    \n\n");
-    // a(1,1)=1 a(2,1)=2 | a(1,2)=3 a(2,2)=4 with leading dimension 3; no title.
-    const double a[6] = {1.0, 2.0, 99.0, 3.0, 4.0, 99.0};
-    I5WRA1(0, a, 3, 2, 2, "", status);
-    EXPECT_EQ(output(), "   1.00000       3.00000    \n\n   2.00000       4.00000    \n\n");
-    const int k[11] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, -42};
-    I5WIA1(6, k, 1, 1, 11, "Fixers", status);
-    EXPECT_EQ(output(), " Fixers\n      1      2      3      4      5      6      7      8      9     10\n    -42\n\n");
-    I5WRA1(77, a, 1, 1, 1, "Lost", status);  // channel 77 is not open
-    EXPECT_EQ(status, unit::IOERR_NOT_OPEN);
-    EXPECT_NE(output().find(" I5WRA1 ---E- Error code: {1001}."), std::string::npos);
-}
-
-TEST_F(Prompts, VectorStaircaseStepsThreeAndStartsAgainAfterFiftyFive) {
-    std::vector<double> v(21, 1.0);
-    v[1] = 0.001;
-    I05WMD1(6, v.data(), 21);
-    std::vector<std::string> lines;
-    std::istringstream text(output());
-    for (std::string line; std::getline(text, line);) lines.push_back(line);
-    ASSERT_EQ(lines.size(), 23u);
-    const std::string one = "   1.00000    ";
-    EXPECT_EQ(lines[0], "");
-    EXPECT_EQ(lines[1], " " + one);
-    EXPECT_EQ(lines[2], std::string(4, ' ') + "  1.000000E-03");
-    EXPECT_EQ(lines[19], std::string(55, ' ') + one);  // entry 19
-    EXPECT_EQ(lines[20], " " + one);                   // entry 20 starts again
-    EXPECT_EQ(lines[21], std::string(4, ' ') + one);
-    EXPECT_EQ(lines[22], "");
-}
-
 }  // namespace
