@@ -72,32 +72,6 @@ TEST(ScatteringFit, DemoRecoversTheRadiusAndTheWidthOfTheSpheres) {
     EXPECT_EQ(std::system(check.c_str()), 0);
 }
 
-// The fit of the demo from other starts, 20 and 50 percent away: radius 60
-// and width 6, radius 75 and width 2.5.  (From below, radius 25 and width
-// 7.5, the simplex ends in another minimum: a very broad distribution, width
-// about 40, that the bounds of the answers file do not hold back.)
-TEST(ScatteringFit, RadiiRecoveredFromStartsFurtherAway) {
-    struct Start {
-        const char* Rout;
-        const char* dR;
-    };
-    for (Start start : {Start{"60", "6"}, Start{"75", "2.5"}}) {
-        std::string dir = freshFolder(std::string("far") + start.Rout);
-        for (const char* f : {"synsphere.dat", "fixed.inp"})
-            writeFile(dir + "/" + f, example(std::string("synthetic/") + f));
-        std::string answers = example("synthetic/vardene.ans");
-        answers.replace(answers.find("\n40 20 80\n"), 10, std::string("\n") + start.Rout + " 20 80\n");
-        answers.replace(answers.find("\n4 1 10\n"), 8, std::string("\n") + start.dR + " 1 10\n");
-        writeFile(dir + "/vardene.ans", answers);
-        ZemokRun run = runZemok("MESSAGE,1\nPROBLEM,USER\nLOAD,FILE=fixed.inp,IFIXER\nMETHOD,N-M\nRUN\nEXIT\nY\nY\n",
-                                {"/UC=vardene.ans"}, dir);
-        std::vector<double> x = finalPoint(run.out);
-        ASSERT_EQ(x.size(), 8u) << run.out;
-        EXPECT_NEAR(x[3], 50.0, 2.5) << start.Rout;
-        EXPECT_NEAR(x[5], 5.0, 0.25) << start.Rout;
-    }
-}
-
 // The first value of the fit, from the trace line at message level 5,
 // against the same misfit computed here: an ellipsoid of axis ratio 1 is a
 // sphere of radius Rell, whose curve has the shape [3 (sin x - x cos x) / x^3]^2

@@ -1,5 +1,5 @@
-// The bounded quasi-Newton method, method 12, from its pieces up: the
-// factor updates against the dense formulas, the step search on a line, the
+// The bounded quasi-Newton method, method 12, from its pieces up: the step
+// search on a line, the
 // edge cases of the iteration, and the driver on Rosenbrock's function with
 // a bound that excludes its minimum.
 #include "core/e4dataset.h"
@@ -19,76 +19,7 @@
 
 namespace {
 
-using Matrix = std::vector<std::vector<double>>;
-
-// L D L' written out, L unit lower triangular packed by rows.
-Matrix dense(int m, const std::vector<double>& L, const std::vector<double>& D) {
-    Matrix B(m, std::vector<double>(m, 0.0));
-    auto l = [&](int i, int k) { return i == k ? 1.0 : (k < i ? L[packedIndex(i + 1, k + 1)] : 0.0); };
-    for (int i = 0; i < m; ++i)
-        for (int j = 0; j < m; ++j)
-            for (int k = 0; k < m; ++k) B[i][j] += l(i, k) * D[k] * l(j, k);
-    return B;
-}
-
-void expectSame(const Matrix& a, const Matrix& b, const char* what) {
-    for (std::size_t i = 0; i < a.size(); ++i)
-        for (std::size_t j = 0; j < a.size(); ++j) EXPECT_NEAR(a[i][j], b[i][j], 1e-12 * (1 + std::abs(b[i][j]))) << what;
-}
-
 constexpr double kBig = 1e300;
-
-// The BFGS update of the factors equals B + y y'/(s'y) - B s s' B / (s' B s)
-// with s = -alpha p, where B p = gzs.
-TEST(BoundedFactors, UpdateAndRemovalAgreeWithTheDenseFormulas) {
-    const std::vector<double> L0 = {0.5, -0.25, 0.3};  // L(2,1), L(3,1), L(3,2)
-    const std::vector<double> D0 = {2.0, 1.5, 0.8};
-    const Matrix B = dense(3, L0, D0);
-    const double gzs[3] = {1.0, -2.0, 0.5}, alpha = 0.7, A[3] = {3.0, 1.0, 2.0};
-    double p[3], s[3], gz[3], y[3];
-    solveFactors(3, L0.data(), D0.data(), gzs, p);
-    for (int i = 0; i < 3; ++i) {
-        double bp = 0;
-        for (int j = 0; j < 3; ++j) bp += B[i][j] * p[j];
-        EXPECT_NEAR(bp, gzs[i], 1e-14);
-        s[i] = -alpha * p[i];
-        y[i] = A[i] * s[i];  // the gradient change of a quadratic with Hessian diag(A)
-        gz[i] = gzs[i] + y[i];
-    }
-    double gtp = 0, gtpn = 0, sy = 0, sBs = 0;
-    for (int i = 0; i < 3; ++i) {
-        gtp -= gzs[i] * p[i];
-        gtpn -= gz[i] * p[i];
-        sy += s[i] * y[i];
-        sBs += s[i] * -alpha * gzs[i];  // B s = -alpha gzs
-    }
-    Matrix expected = B;
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j) expected[i][j] += y[i] * y[j] / sy - alpha * alpha * gzs[i] * gzs[j] / sBs;
-    std::vector<double> L = L0, D = D0;
-    double z[3], v[3];
-    bool updated = false;
-    ASSERT_TRUE(E04FUP1(3, L.data(), D.data(), gz, gzs, gtp, gtpn, alpha, z, v, 2.2e-16, kBig, updated));
-    EXPECT_TRUE(updated);
-    expectSame(dense(3, L, D), expected, "BFGS update");
-
-    // Removing position k leaves the factors of B without row and column k.
-    for (int k : {1, 2, 3}) {
-        std::vector<double> Lk = L0, Dk = D0;
-        ASSERT_TRUE(E04FDL1(k, 2, Lk.data(), Dk.data(), z, kBig));
-        Matrix minor;
-        for (int i = 0; i < 3; ++i) {
-            if (i == k - 1) continue;
-            minor.emplace_back();
-            for (int j = 0; j < 3; ++j)
-                if (j != k - 1) minor.back().push_back(B[i][j]);
-        }
-        expectSame(dense(2, Lk, Dk), minor, "removal");
-        EXPECT_EQ(Dk[2], 0.0) << k;
-        EXPECT_EQ(Lk[packedIndex(3, 1)], 0.0) << k;
-        EXPECT_EQ(Lk[packedIndex(3, 2)], 0.0) << k;
-    }
-}
 
 // --- Runs of the family on small functions --------------------------------
 

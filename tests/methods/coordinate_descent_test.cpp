@@ -120,22 +120,6 @@ TEST_F(CoordinateDescent, EverySearchStartsWithOneStepOfItsCoordinate) {
     EXPECT_GT(searches, 4);
 }
 
-TEST_F(CoordinateDescent, OneVariableMakesExactlyOneSearch) {
-    E4DataSetRecord& d = E4DataSet;
-    d.iStat(row::cdVariable) = 2;
-    EXPECT_EQ(run(), 0);
-    EXPECT_EQ(d.iStat(row::maxITR), 1);
-    EXPECT_EQ(d.iStat(row::iterations), 1);
-    EXPECT_EQ(seen.count(TraceKind::Point, coordinate_descent_trace::Coordinate), 1);
-    EXPECT_EQ(seen.count(TraceKind::Pass, 0), 0);
-    EXPECT_EQ(d.xStart(1), 0.0);
-    EXPECT_NEAR(d.xStart(2), -2.0 + 0.125, 1e-7);  // z2 = -z1 / 8 with z1 = -1
-    EXPECT_NEAR(d.deltaX(2), 1.875, 1e-7);
-    // A single search reports its line at any message level above 0.
-    EXPECT_NE(out.str().find("    2-th coordinate: DELTAF =  -7.03125    , DELTAX =   1.87500    \n"), std::string::npos)
-        << out.str();
-}
-
 TEST_F(CoordinateDescent, SweepWithoutDecreaseEndsTheRun) {
     E4DataSetRecord& d = E4DataSet;
     d.xStart(1) = 1.0, d.xStart(2) = -2.0;

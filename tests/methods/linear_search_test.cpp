@@ -108,24 +108,4 @@ TEST_F(LinearSearch, AbnormalEndIsReportedWithTheBestPoint) {
     EXPECT_EQ(out_.str(), expected);
 }
 
-// The vector routines skip fixed components (iFixer 0).
-TEST_F(LinearSearch, VectorRoutinesSkipFixedComponents) {
-    E4DataSetRecord& d = E4DataSet;
-    d.nVar() = 3;
-    d.iFixer(1) = d.iFixer(3) = 1;
-    const double v[3] = {3e200, 7.0, -4e200}, w[3] = {1.0, 5.0, 2.0}, a[3] = {1.0, 100.0, -4.0};
-    double sq = 0, r[3];
-    EXPECT_DOUBLE_EQ(E4NRM1(v, 3, sq), 5e200);  // scaled: the squares do not overflow
-    EXPECT_EQ(E4DOT1(v, w, 3), 3e200 - 8e200);
-    E4VAD1(r, w, '-', v, 3);
-    EXPECT_EQ(r[1], 0.0);
-    int same = -1;
-    E4STP1(w, r, v, 3, -1.0, 1e-200, same);
-    EXPECT_EQ(same, 0);
-    EXPECT_EQ(r[0], 1.0 - 3.0);
-    EXPECT_EQ(r[1], 5.0);
-    E4RAT1(a, w, 3, r[0]);  // the largest multiple of a within w: 2 / 4
-    EXPECT_EQ(r[0], 0.5);
-}
-
 }  // namespace

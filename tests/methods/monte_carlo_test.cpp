@@ -69,18 +69,6 @@ protected:
 
 const std::string kNoBetter = "            no better point has been found after     40 tries.\n";
 
-// One try is taken as it comes, uphill too.
-TEST_F(MonteCarlo, OneTryIsTakenEvenWhenWorse) {
-    EXPECT_EQ(run(1), 0);
-    const E4DataSetRecord& d = E4DataSet;
-    EXPECT_GT(d.fEnd, 0.0);
-    EXPECT_EQ(d.fEnd, recorder.trial[0]);
-    EXPECT_EQ(d.xEnd(1), recorder.trial[1]);
-    EXPECT_EQ(d.xEnd(2), recorder.trial[2]);
-    EXPECT_EQ(d.fStart, d.fEnd);
-    EXPECT_EQ(out.str().find("no better point"), std::string::npos);
-}
-
 // Strict acceptance never leaves the minimum.  With the temperature set,
 // method 16 takes uphill points too, and the temperature falls by the
 // factor 0.5 at every evaluation count divisible by 5: the tries are

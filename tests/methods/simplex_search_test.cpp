@@ -52,27 +52,6 @@ protected:
     std::ostringstream out;
 };
 
-TEST_F(Simplex, RosenbrockFromItsStandardStart) {
-    select(1, 0.5, 1e-14, 4000);
-    EXPECT_EQ(E4DataSet.xStart(1), -1.0);  // the standard start (-1, 0.8)
-    EXPECT_EQ(run(), 0);
-    const E4DataSetRecord& d = E4DataSet;
-    EXPECT_LT(d.fEnd, 1e-6);
-    EXPECT_NEAR(d.xEnd(1), 1.0, 1e-3);
-    EXPECT_NEAR(d.xEnd(2), 1.0, 2e-3);
-    EXPECT_EQ(d.fStart, d.fEnd);
-    EXPECT_EQ(d.xStart(1), d.xEnd(1));
-    EXPECT_EQ(d.iStat(row::methodDone), 15);
-    EXPECT_GT(d.iStat(row::iterations), 0);
-}
-
-TEST_F(Simplex, WoodFromItsStandardStart) {
-    select(3, 0.5, 1e-16, 20000);
-    run();
-    EXPECT_LT(E4DataSet.fEnd, 1e-6);
-    for (int i = 1; i <= 4; ++i) EXPECT_NEAR(E4DataSet.xEnd(i), 1.0, 1e-2) << i;
-}
-
 TEST_F(Simplex, EndReportSaysWhyTheSearchStopped) {
     select(1, 0.5, 1e-14, 4000);
     E4DataSet.iStat(row::messageLevel) = 1;

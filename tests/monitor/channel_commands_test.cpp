@@ -72,30 +72,6 @@ TEST_F(ChannelCommands, DataReadingOnTheDefaultFileAndChannel) {
     EXPECT_EQ(E4DataSet.drName, padded("other.inp", 32));
 }
 
-TEST_F(ChannelCommands, MissingFileLeavesTheChannelOnTheTerminal) {
-    EXPECT_EQ(run("OPEN,DATA,READ,missing.inp"), 5);
-    EXPECT_EQ(sysinf.drUnit, 5);
-    EXPECT_EQ(E4DataSet.iStat(row::dataFileOpen), 0);
-    EXPECT_EQ(output(), " Z1OPN1 ---E- Error code: {1004}. file does not exist\n"
-                        " Z1OPN1 ----- Current file name: \"missing.inp\"\n"
-                        " Z1ACS1 ---E- Execution of the command \"OPEN,DATA,READ,missing.inp\"\n"
-                        "              causes an error diagnostic.\n");
-}
-
-TEST_F(ChannelCommands, NewCommandFileReplacesTheOpenOne) {
-    std::ofstream("a.cmd") << "first of a\nsecond of a\n";
-    std::ofstream("b.cmd") << "first of b\n";
-    EXPECT_EQ(run("OPEN,COMMAND,READ,a.cmd"), 0);
-    EXPECT_EQ(sysinf.crUnit, 3);
-    EXPECT_EQ(E4DataSet.iStat(row::commandFileOpen), 3);
-    std::string record;
-    unit::readRecord(3, record);
-    EXPECT_EQ(run("OPEN,C,R,b.cmd"), 0);  // no questions from a command file
-    unit::readRecord(3, record);
-    EXPECT_EQ(record, "first of b");
-    EXPECT_EQ(E4DataSet.crName, padded("b.cmd", 32));
-}
-
 TEST_F(ChannelCommands, QuestionsFillTheMissingWordsAtTheTerminal) {
     in_.str("data\nwrite\n");
     EXPECT_EQ(run("OPEN"), 0);
@@ -151,22 +127,6 @@ TEST_F(ChannelCommands, CloseReturnsEachChannelToTheTerminal) {
     EXPECT_EQ(E4DataSet.iStat(row::commandFileOpen), 0);
     EXPECT_FALSE(unit::isOpen(3));
     EXPECT_EQ(output(), "");
-}
-
-TEST_F(ChannelCommands, FirstCommandFromTheKeyC) {
-    MonitorState& m = monitorState();
-    splitCommandLine("/U=answers.txt -C=session.cmd /C=other.cmd");
-    EXPECT_TRUE(firstCommandFromKeys(m));
-    EXPECT_EQ(std::string(m.text()), "OPEN COMMAND READ session.cmd");
-    splitCommandLine("/C /c=Lower.CMD");
-    EXPECT_TRUE(firstCommandFromKeys(m));
-    EXPECT_EQ(std::string(m.text()), "OPEN COMMAND READ Lower.CMD");
-    setLine(m, "");
-    splitCommandLine("/C /UC=x.ans arg");
-    EXPECT_FALSE(firstCommandFromKeys(m));
-    splitCommandLine("");
-    EXPECT_FALSE(firstCommandFromKeys(m));
-    EXPECT_EQ(m.lineLength, 0);
 }
 
 }  // namespace

@@ -68,38 +68,6 @@ TEST_F(HelpFile, EverySectionTheProgramAsksForHasItsOwnHeader) {
     }
 }
 
-TEST_F(HelpFile, TitlePagesComeBeforeTheCommandSections) {
-    // Printing a command section ends only at the next command header, so
-    // the title pages must not stand behind one.
-    std::vector<std::string> lines = fileLines();
-    ASSERT_FALSE(lines.empty());
-    EXPECT_EQ(reduced(lines[0]), "==>TITLES");
-    int others = 0;
-    for (const std::string& line : lines) {
-        std::string r = reduced(line);
-        if (r.rfind("==>", 0) == 0 && r.rfind("==>USER-COMMAND:", 0) != 0) ++others;
-        EXPECT_LE(line.size(), 128u) << line;
-        EXPECT_EQ(line.find('\t'), std::string::npos) << line;
-    }
-    EXPECT_EQ(others, 1);
-    std::string title = section("TITLES", kTitlePrefix);
-    EXPECT_NE(title.find("Z  E  M  O  K"), std::string::npos);
-    EXPECT_EQ(title.find("USER-COMMAND"), std::string::npos);
-}
-
-TEST_F(HelpFile, EverySectionShowsABodyWithAnExample) {
-    for (const std::string& name : kCommandSections) {
-        std::string text = section(name);
-        EXPECT_GT(std::count(text.begin(), text.end(), '\n'), 5) << name;
-        EXPECT_EQ(text.find("USER-COMMAND"), std::string::npos) << name;
-    }
-    // Sections that explain one command show it in use.
-    for (const char* name : {"MODE", "PROBLEM", "METHOD", "LOAD", "REPORT", "SAVE", "RECOVER", "@",
-                             "MESSAGE", "SET", "SET*", "EVALUATE", "SECTION", "RESET"}) {
-        EXPECT_NE(section(name).find("Example"), std::string::npos) << name;
-    }
-}
-
 TEST_F(HelpFile, NamesListsEveryParameterOfLoad) {
     const std::string text = section("NAMES");
     const char* names[] = {"maxNFE", "maxITR", "nVar",   "iFixer", "xStep",  "xScale",  "xStart",
@@ -111,16 +79,6 @@ TEST_F(HelpFile, NamesListsEveryParameterOfLoad) {
         std::regex row(std::string("\n +") + keys[i] + " +" + names[i] + " ");
         EXPECT_TRUE(std::regex_search(text, row)) << keys[i] << " " << names[i];
     }
-}
-
-TEST_F(HelpFile, TestListDescribesTheFourteenProblems) {
-    const std::string text = section("TEST-LIST");
-    for (int n = 1; n <= 14; ++n) {
-        std::regex entry("\n +" + std::to_string(n) + "  [A-Z0-9]");
-        EXPECT_TRUE(std::regex_search(text, entry)) << n;
-    }
-    EXPECT_NE(text.find("Rosenbrock"), std::string::npos);
-    EXPECT_NE(text.find("Constant function"), std::string::npos);
 }
 
 }  // namespace

@@ -86,39 +86,4 @@ TEST_F(HelpSections, TitlePagesEndAtTheFirstCommandSection) {
     EXPECT_EQ(output(), " Title line\n");
 }
 
-TEST_F(HelpSections, UnknownSectionIsReported) {
-    EXPECT_EQ(show("GAMMA"), 2);
-    EXPECT_EQ(output(), " I05FCBD1 --- No information for ==> USER-COMMAND: GAMMA\n");
-}
-
-TEST_F(HelpSections, TerminalPausesEveryScreenHeightLessTwoLines) {
-    sysinf.screenH = 4;  // a page of two lines
-    in_.str("\nE\n");
-    EXPECT_EQ(show("LONG"), 1);
-    // Behind the pause the first character of the line becomes "+", which
-    // writes over the question on a console with line control.
-    EXPECT_EQ(output(), " l1\n" + kPause + "+l2\n l3\n" + kPause);
-    EXPECT_FALSE(unit::isOpen(kHelpFileChannel));
-}
-
-TEST_F(HelpSections, FileOutputNeverPausesAndHasNoLeadingBlank) {
-    sysinf.screenH = 3;
-    unit::OpenSpec spec;
-    spec.status = unit::Status::Unknown;
-    ASSERT_EQ(unit::open(7, dir_ + "/out.txt", spec), 0);
-    EXPECT_EQ(show("ALPHA", std::string(kCommandHelpPrefix), 7), 0);
-    EXPECT_EQ(show("LONG", std::string(kCommandHelpPrefix), 7), 0);
-    unit::close(7);
-    EXPECT_EQ(output(), "");
-    std::ifstream in(dir_ + "/out.txt");
-    std::string text((std::istreambuf_iterator<char>(in)), {});
-    EXPECT_EQ(text, "alpha one\n \nalpha two\nalpha three\nl1\nl2\nl3\nl4\nl5\n");
-}
-
-TEST_F(HelpSections, EmptyPrefixPrintsTheWholeFile) {
-    std::ofstream(helpFile_) << "==> USER-COMMAND: X\ntext\n";
-    EXPECT_EQ(show("", ""), 0);
-    EXPECT_EQ(output(), " ==> USER-COMMAND: X\n text\n");
-}
-
 }  // namespace

@@ -95,14 +95,6 @@ TEST_F(LoadCheck, ScalarsAndIntegersFromTheLine) {
     EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 12);
 }
 
-TEST_F(LoadCheck, MaxItrOfATryCountingMethodIsAnnounced) {
-    std::string out = session(kPowell + "METHOD,N-M\nMAXITR,40\nEXIT\nY\nY\n");
-    EXPECT_TRUE(has(out, " The method \"downhill simplex (Nelder and Mead)\"\n"
-                         " assumes the use of  maxNFE  rather than  maxITR.\n"
-                         " maxNFE  will now be set equal to  maxITR.\n"));
-    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 40);
-}
-
 TEST_F(LoadCheck, ShorthandGetsTheSourceWordOfTheMode) {
     Outcome o = handle(E4CmdLoad, "LOAD,MAXN,5000");
     EXPECT_EQ(o, Outcome::Rewrite);
@@ -143,11 +135,6 @@ TEST_F(LoadCheck, NVarOutsideItsRangeIsAskedAgain) {
     // In auto mode the command fails and the old value stays.
     EXPECT_EQ(handle(E4CmdLoad, "LOAD,,NVAR,129"), Outcome::ErrorExit);
     EXPECT_EQ(E4DataSet.nVar(), 3);
-}
-
-TEST_F(LoadCheck, VectorWithoutVariablesLoadsNVarFirst) {
-    EXPECT_EQ(handle(E4CmdLoad, "LOAD,,XSTART,ALL,1"), Outcome::Prerequisite);
-    EXPECT_EQ(std::string(monitorState().text()), "LOAD,,NVAR");
 }
 
 TEST_F(LoadCheck, FixingDialogueFixesAndPinsTheBounds) {
@@ -287,13 +274,6 @@ TEST_F(LoadCheck, OneVariableGivesOneIterationEvenWithMaxNfeLoaded) {
     session(kOneDim + "METHOD,B-F-G-S\nSET,S,34,0\nMAXN,77\nCHECK\nEXIT\nY\nY\n");
     EXPECT_EQ(E4DataSet.iStat(row::maxITR), 1);
     EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 77);
-}
-
-TEST_F(LoadCheck, LowConditionLimitCountsAsMissing) {
-    std::string out = session(kPowell + "METHOD,B-F-G-S\nLOAD,,HCOND,0.5\nSET,DA\nCHECK\n2000\nEXIT\nY\nY\n");
-    EXPECT_TRUE(has(out, " Parameter \"hCond\" not specified!\n"));
-    EXPECT_EQ(E4DataSet.hCond, 2000.0);
-    EXPECT_TRUE(has(out, " Data set is complete\n"));
 }
 
 TEST_F(LoadCheck, StartOutsideItsBoundMovesTheBound) {

@@ -133,26 +133,6 @@ TEST_F(Commands, StepMovesAlongTheDirection) {
     EXPECT_EQ(E4DataSet.xEnd(2), -1.0);
 }
 
-TEST_F(Commands, TimeWritesTheDateLine) {
-    std::string out = session("TIME\nDATE\nEXIT\n");
-    // " dd-Mon-yyyy time hh:mm:ss"
-    std::size_t at = out.find(" time ");
-    ASSERT_NE(at, std::string::npos);
-    ASSERT_GE(at, 12u);
-    std::string line = out.substr(at - 12, 12 + 6 + 8);
-    EXPECT_EQ(line[0], ' ');
-    EXPECT_EQ(line[3], '-');
-    EXPECT_EQ(line[7], '-');
-    EXPECT_EQ(line[20], ':');
-    EXPECT_EQ(line[23], ':');
-}
-
-TEST_F(Commands, ModeAutoWithoutACommandFileFailsAndEndsTheSession) {
-    std::string out = session("MODE,AUTO\nEXIT\n");
-    EXPECT_NE(out.find(" COMMAND \"MODE,AUTO\" WAS FAILED TO EXECUTE\n"), std::string::npos);
-    EXPECT_EQ(status, 1);  // the mode was already auto when the open failed
-}
-
 TEST_F(Commands, UserProblemTakesTheFirstDigitAsItsType) {
     // No curve is read here, so the user's problem is not selected; the
     // type is taken all the same.

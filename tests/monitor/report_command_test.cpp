@@ -41,12 +41,6 @@ TEST_F(Report, StatusTableOnTheTerminalOnly) {
     EXPECT_EQ(count(out, " problem code:"), 1u);
 }
 
-TEST_F(Report, UserWordShowsOnlyTheClosingLines) {
-    std::string out = session("REPORT,,U\nEXIT\n");
-    EXPECT_EQ(out.substr(0, 8 + kClosing.size()), " ZEMOK: " + kClosing);
-    EXPECT_NE(out.find(" sec\n\n ZEMOK: "), std::string::npos);
-}
-
 TEST_F(Report, EnvironmentBlock) {
     std::string out = session("REPORT,TERMINAL,ENVIRONMENT\nEXIT\n");
     EXPECT_NE(out.find("\n CPU type ----------- x86             \n"
@@ -74,12 +68,6 @@ TEST_F(Report, DataReportHeadingAndNumbers) {
     EXPECT_NE(out.find(" fixative-vector\n      1      1      1      1\n"), std::string::npos);
     EXPECT_NE(out.find(" argument values\n  -3.00000      -1.00000      -3.00000      -1.00000    \n"),
               std::string::npos);
-}
-
-TEST_F(Report, UnknownTypeAsksForHelpInteractivelyAndFailsInAuto) {
-    std::string out = session("REPORT,TERMINAL,QQQ\nEXIT\n");
-    EXPECT_NE(out.find(" NO SUCH DATA TYPE: QQQ\n"), std::string::npos);
-    EXPECT_EQ(status, 0);
 }
 
 TEST_F(Report, ReportOnAFileGoesBehindItsContents) {

@@ -179,15 +179,6 @@ TEST_F(StorageCommands, XFormHoldsSixFieldsAndRestartsFromItsPoint) {
     EXPECT_NE(out.find(" Lower bounds recovered from \"zemok.sav\"\n"), std::string::npos);
 }
 
-TEST_F(StorageCommands, NoVariablesWriteNothing) {
-    writeFile(dir_ + "/zemok.sav", "old contents\n");
-    E4DataSet.nVar() = 0;
-    EXPECT_EQ(command("SAVE,,empty"), Outcome::ErrorExit);
-    EXPECT_EQ(file(), "old contents\n");
-    EXPECT_NE(out.find(" ERROR: ZERO NUMBER OF PROBLEM VARIABLES!\n"), std::string::npos);
-    EXPECT_TRUE(out.ends_with("DATA SET IS INCOMPLETE FOR THE COMPUTATION TO PERFORM"));
-}
-
 // A file that cannot be written: read only for a plain user, immutable for
 // the superuser.  Empty when neither can be arranged.
 std::string lockFile(const std::string& path) {

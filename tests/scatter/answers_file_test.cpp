@@ -86,22 +86,6 @@ TEST_F(PromptTest, TwoIntegersKeepAMissingWord) {
     EXPECT_EQ(last, 2);
 }
 
-TEST_F(PromptTest, FileNamesTakeTheDefaultExtension) {
-    replies("curve\ndata.txt\n\naveryveryverylongname.dat\n");
-    std::string a(20, '*'), b(20, '*'), c(20, '*'), d(20, '*');
-    const std::string out = withTerminal("short\n", [&] {
-        ASKNAM("Enter INTENSITY file name", "dat", a);
-        ASKNAM("Enter INTENSITY file name", "dat", b);
-        ASKNAM("Enter INTENSITY file name", "dat", c);
-        ASKNAM("Angular axis file name", "sax", d);
-    });
-    EXPECT_EQ(a, padded("curve.dat", 20));
-    EXPECT_EQ(b, padded("data.txt", 20));
-    EXPECT_EQ(c, std::string(20, ' '));
-    EXPECT_NE(out.find(" ASKNAM -E- File name too long.\n"), std::string::npos) << out;
-    EXPECT_EQ(d, padded("short.sax", 20));
-}
-
 TEST_F(PromptTest, EndedTerminalKeepsValuesAndNeverLoops) {
     int n = 5, first = 1, last = 2;
     double r = 1.5;
@@ -117,23 +101,4 @@ TEST_F(PromptTest, EndedTerminalKeepsValuesAndNeverLoops) {
     EXPECT_EQ(first, 1);
     EXPECT_EQ(last, 2);
     EXPECT_EQ(name, std::string(10, ' '));
-}
-
-TEST_F(PromptTest, NameAndValueLines) {
-    const std::string out = withTerminal("", [] {
-        nameValueLine(6, "1", "TAVLO format", -58, ' ');
-        nameValueLineReal(6, "Water  concentration", 0.0, 60, '.', 1, 3, 1);
-        nameValueLineInt(6, "Number of points reduced to", 51, 0, '.');
-        nameValueLine(6, "", "", 0, ' ');
-    });
-    // Behind the writer's leading blank: the ":" of column 56 and the middle
-    // from column 58, the label right-aligned before the separator.
-    const std::size_t end = out.find('\n');
-    ASSERT_NE(end, std::string::npos);
-    const std::string tavlo = out.substr(0, end);
-    EXPECT_EQ(tavlo.substr(0, 54), std::string(54, ' '));
-    EXPECT_EQ(tavlo.substr(54), "1 : TAVLO format");
-    // Dots from two columns behind the label to three before the ":" of column 58.
-    const std::string water = " Water  concentration " + std::string(34, '.') + "  : 0.0\n";
-    EXPECT_EQ(out.substr(end + 1), water + " Number of points reduced to : 51\n" + " \n");
 }

@@ -80,29 +80,6 @@ protected:
     int status_ = 0;
 };
 
-TEST_F(CurveInputTest, FirstNumericLineBecomesTheHeader) {
-    int nCols = 0;
-    std::string header(80, ' ');
-    ASSERT_EQ(loadText("curve_first_numeric.dat", nCols, header), 4);
-    EXPECT_EQ(nCols, 3);
-    EXPECT_EQ(header.substr(0, 12), "0.01 5.0 0.5");
-    EXPECT_EQ(header.size(), 80u);
-    EXPECT_DOUBLE_EQ(rawCurve.s[0], 0.02);
-    EXPECT_DOUBLE_EQ(rawCurve.Err[3], 0.1);
-}
-
-TEST_F(CurveInputTest, FourColumnsUseTheFirstThree) {
-    int nCols = 0;
-    std::string header(80, ' ');
-    ASSERT_EQ(loadText("curve_four_columns.dat", nCols, header), 3);
-    EXPECT_EQ(nCols, 4);
-    EXPECT_EQ(header.substr(0, 28), "Four columns of a test curve");
-    EXPECT_DOUBLE_EQ(rawCurve.s[1], 0.02);
-    EXPECT_DOUBLE_EQ(rawCurve.I[1], 6.0);
-    EXPECT_DOUBLE_EQ(rawCurve.Err[1], 0.6);
-    EXPECT_DOUBLE_EQ(rawCurve.Err[2], 0.4);
-}
-
 TEST_F(CurveInputTest, BlankLinesEqualAbscissaeAndDescendingFiles) {
     int nCols = 0;
     std::string header(80, ' ');
@@ -295,40 +272,6 @@ TEST_F(CurveInputTest, TwoFrameSetHoldsIntensitiesThenErrors) {
     EXPECT_EQ(d1[1], 2.0);
 }
 
-TEST_F(CurveInputTest, MultiFrameSetAsksForTheFrame) {
-    writeHeader("T30000.sub", 3, 3, "T30001.DAT");
-    writeFrames("T30001.DAT", {{1, 1, 1}, {2, 2, 2}, {3, 3, 3}});
-    std::vector<double> d1(3), d2(3, 7.0);
-    std::string title(60, ' ');
-    int frame = 0;
-    int nFrames = 0;
-    double param = 0.0;
-    replies("2\n5\n");
-    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
-                      param),
-              0);
-    EXPECT_EQ(frame, 2);
-    EXPECT_EQ(d1[0], 2.0);
-    EXPECT_EQ(d2[0], 0.0);  // no error file: cleared
-    EXPECT_EQ(param, -2.0);
-    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
-                      param),
-              0);
-    EXPECT_TRUE(said(" Warning: the file contains only"));
-    EXPECT_TRUE(said("frames!"));
-    EXPECT_EQ(frame, 3);
-    EXPECT_EQ(d1[2], 3.0);
-
-    // A negative count forbids the question: frame 1 is taken.
-    frame = 0;
-    nFrames = -1;
-    ASSERT_EQ(TAVREAD(8, path("T30000.sub"), 1, 3, d1.data(), d2.data(), title, frame, nFrames,
-                      param),
-              0);
-    EXPECT_EQ(frame, 1);
-    EXPECT_EQ(d1[1], 1.0);
-}
-
 TEST_F(CurveInputTest, BadFrameFilesOfferTheRetryDialogue) {
     writeHeader("T40000.sub", 4, 1, "T40001.DAT");
     writeFrames("T40001.DAT", {{5, 6, 7, 8}});
@@ -386,18 +329,6 @@ TEST_F(CurveInputTest, DialogueRefusesWhatCannotMakeACurve) {
     EXPECT_DOUBLE_EQ(fitCurve.s[0], static_cast<double>(0.11f) * static_cast<double>(0.1f));
     EXPECT_TRUE(said("Angular units multiplied by"));
     EXPECT_EQ(loadMeasuredCurve(3), -1);
-}
-
-TEST_F(CurveInputTest, MissingTextFileIsAskedAgain) {
-    replies(kData + "/no_such_curve.dat\n" + kData + "/curve_descending.dat\n1\n1\n");
-    ASSERT_EQ(loadMeasuredCurve(2), 0);
-    EXPECT_TRUE(said("Cannot open data file"));
-    EXPECT_EQ(fitCurve.nPts, 3);
-    EXPECT_DOUBLE_EQ(fitCurve.I[0], 4.0 + X02RMDC(2));
-
-    resetMeasuredCurve();
-    replies(kData + "/curve_empty.dat\n");
-    EXPECT_EQ(loadMeasuredCurve(2), -2);  // the replies end before a curve
 }
 
 }  // namespace

@@ -120,27 +120,4 @@ TEST_F(CurveToolsTest, JoinptsMakesPairsOf102Points) {
     EXPECT_DOUBLE_EQ(so[100], 101.0);
 }
 
-TEST_F(CurveToolsTest, JoinptsLastGroupMayBeShorter) {
-    const double s[] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    const double y[] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    const double e[] = {3.0, 3.0, 3.0, 1.0, 1.0};
-    double so[5], yo[5], eo[5];
-    int nOut = 0;
-    JOINPTS(5, s, y, e, 2, nOut, so, yo, eo);  // g = 4/2 + 1 = 3
-    ASSERT_EQ(nOut, 2);
-    EXPECT_DOUBLE_EQ(so[0], 2.0);
-    EXPECT_DOUBLE_EQ(eo[0], std::sqrt(27.0) / 3.0);
-    EXPECT_DOUBLE_EQ(so[1], 4.5);
-    EXPECT_DOUBLE_EQ(yo[1], 4.5);
-    EXPECT_DOUBLE_EQ(eo[1], std::sqrt(2.0) / 2.0);
-}
-
-TEST_F(CurveToolsTest, UnitsTableHoldsSinglePrecisionConstants) {
-    EXPECT_EQ(angularMultiplier(1), 1.0);
-    EXPECT_EQ(angularMultiplier(2), 0.10000000149011612);
-    EXPECT_EQ(angularMultiplier(3), 6.283185005187988);
-    EXPECT_EQ(angularMultiplier(4), 0.6283185482025146);
-    EXPECT_EQ(angularMultiplier(7), 1.0);
-}
-
 }  // namespace

@@ -67,15 +67,6 @@ TEST_F(RadiusDistributions, SchulzByHandWithItsSeriesAndClamps) {
     }
 }
 
-TEST_F(RadiusDistributions, SchulzTurnsGaussianForZeroWidthAndAboveTwoHundredMillion) {
-    EXPECT_EQ(distSchulz(10.0, 10.0, 0.0), distGauss(10.0, 10.0, 0.0));
-    const double wide = 1.0 / 2.5e8, narrow = 1.0 / 1.5e8;
-    EXPECT_NEAR(distSchulz(1.0, 1.0, wide), 0.3989422804014327 * 2.5e8, 1e-6);
-    // Below the switch at t = 1 the value is z / P, P about 2.506628275, which
-    // is 1.5e-10 away from the Gaussian peak 0.3989422804014327 z.
-    EXPECT_NEAR(distSchulz(1.0, 1.0, narrow), 1.5e8 / 2.506628275, 1e-13 * 6e7);
-}
-
 TEST_F(RadiusDistributions, PolydispersityTestAndLimits) {
     EXPECT_TRUE(isPolydisperse(1e-6, 1.0));
     EXPECT_FALSE(isPolydisperse(0.99e-6, 1.0));

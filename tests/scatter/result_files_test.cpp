@@ -225,35 +225,12 @@ TEST_F(ResultFilesTest, TableShowsSeventyTwoColumnsOfEachRow) {
     EXPECT_EQ(dmb, " 3DMB     0.20     6.00     1.50    20.00     0.75     2.00    1      1.");
 }
 
-TEST_F(ResultFilesTest, PictureStandsBesideTheFitFile) {
-    drawResultPicture();
-    EXPECT_EQ(out.str(), " Graphics Window written to fixed.svg\n");
-    std::string svg = text("fixed.svg");
-    // One legend per curve, written with its trailing blanks cut.
-    for (const char* legend : {"(1) Exp<", "(2) Fit<", "(3) 1CYL<", "(4) 2SPH<", "(5) 3DMB<", "(6) 4ELL<", "(7) 5<"})
-        EXPECT_NE(svg.find(legend), std::string::npos) << legend;
-    EXPECT_EQ(svg.find("(8)"), std::string::npos);
-}
-
 TEST_F(ResultFilesTest, TestDataHoldsRowsAndTheSimulatedCurveWithErrors) {
     fitCurve.Err[0] = 2.5, fitCurve.Err[1] = 0.125;
     writeTestData();
     EXPECT_EQ(text("test.dat"), kCyl + "\n" + kSph + "\n" + kDmb + "\n" + kEll + "\n" +
                                     "  0.1000000D-01  0.1000000D+03  0.2500000D+01\n"
                                     "  0.2000000D-01  0.5000000D+02  0.1250000D+00\n");
-}
-
-TEST_F(ResultFilesTest, TestRunWritesTheFixedNames) {
-    FitSession.testMode = 'Y';
-    writePamFile();
-    writeStrFile();
-    writeFitFile();
-    drawResultPicture();
-    for (const char* name : {"test.pam", "test.str", "test.fit", "test.svg"})
-        EXPECT_TRUE(fs::exists(name)) << name;
-    for (const char* name : {"fixed.pam", "fixed.str", "fixed.fit", "fixed.svg"})
-        EXPECT_FALSE(fs::exists(name)) << name;
-    EXPECT_EQ(text("test.fit").substr(0, kRowsWithSigma.size()), kRowsWithSigma);
 }
 
 }  // namespace

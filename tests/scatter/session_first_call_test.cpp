@@ -69,23 +69,6 @@ TEST_F(SessionTest, LaterCallsOnlyUnpackAndEvaluate) {
     EXPECT_DOUBLE_EQ(PhaseTable.Rell[0].lower, 60.0);
 }
 
-// A SPHERE phase whose volume fraction makes the packing fraction reach 1
-// has no physical structure factor: factor 1, and one warning for the
-// whole evaluation, not one for each of its nine points.
-TEST_F(SessionTest, UnphysicalStructureFactorWarnsOncePerEvaluation) {
-    const std::string curve = writeFile("c.dat", curveText());
-    answers("Series\nComment\nEXPERIMENT\n1\n5.0\nSPHERE\n1 1 1\n0 0 0\n0 0 0\n30 30 30\n1 1 1\n"
-            "0 0 0\n30 30 30\n2\n0.5 0.5 0.5\n2\n" + curve + "\n1\n1.0\n");
-    std::vector<double> x(kMaxVar, 0.0);
-    double f = -1.0;
-    std::string out = withTerminal("", [&] { f = vardeneSessionCall(x.data()); });
-    const std::string warning = " USERF ----W- No physical structure factor of a SPHERE phase: factor 1 used.\n";
-    std::size_t at = out.find(warning);
-    ASSERT_NE(at, std::string::npos) << out;
-    EXPECT_EQ(out.find(warning, at + 1), std::string::npos);
-    EXPECT_TRUE(std::isfinite(f));
-}
-
 // One refused answer of the answers file sends the rest of the dialogue to
 // the terminal, whatever the question: the file's later lines, written for
 // the questions after an accepted answer, are never taken for other

@@ -26,23 +26,6 @@ protected:
     std::ostringstream out_;
 };
 
-TEST_F(SmoothingTest, WindowSizes) {
-    int m1 = 0;
-    int m2 = 0;
-    errestWindows(9, m1, m2);
-    EXPECT_EQ(m1, 3);
-    EXPECT_EQ(m2, 2);
-    errestWindows(1024, m1, m2);
-    EXPECT_EQ(m1, 32);
-    EXPECT_EQ(m2, 16);
-    errestWindows(2704, m1, m2);  // sqrt = 52, capped at 51
-    EXPECT_EQ(m1, 51);
-    EXPECT_EQ(m2, 25);
-    errestWindows(5, m1, m2);  // 2 cut to 5/2 - 1 = 1; m2 raised to 2
-    EXPECT_EQ(m1, 1);
-    EXPECT_EQ(m2, 2);
-}
-
 TEST_F(SmoothingTest, CubicIsReproducedInEveryWindow) {
     // Uneven abscissae so that the edge windows use their own t.
     const int n = 21;
@@ -70,19 +53,6 @@ TEST_F(SmoothingTest, PropagatedErrorOfFivePointWindow) {
     // of an end point of a 5-point cubic is sqrt(69/70).
     EXPECT_NEAR(eSm[0], std::sqrt(69.0 / 70.0), 1e-12);
     EXPECT_NEAR(eSm[4], std::sqrt(69.0 / 70.0), 1e-12);
-}
-
-TEST_F(SmoothingTest, NeighboursAreCappedAt100) {
-    const int n = 201;
-    std::vector<double> s(n), y(n), w(n, 1.0), ySm(n), eSm(n);
-    for (int i = 0; i < n; ++i) {
-        s[i] = i;
-        y[i] = 2.0 * i + 1.0;
-    }
-    SMOERR(n, 150, s.data(), y.data(), w.data(), ySm.data(), eSm.data());
-    EXPECT_TRUE(said(" SMOERR -W- Number of neighbours reduced to 100"));
-    EXPECT_NEAR(ySm[0], 1.0, 1e-8);
-    EXPECT_NEAR(ySm[200], 401.0, 1e-8);
 }
 
 TEST_F(SmoothingTest, NoisyCurveGetsErrorsNearTheNoise) {

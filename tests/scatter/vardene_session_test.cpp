@@ -128,36 +128,6 @@ TEST_F(SessionTest, FourMixedPhasesFollowOneAnotherInX) {
     expectDumbbellAt(x, 19);
 }
 
-TEST_F(SessionTest, UnpackingWritesValuesAndKeepsBounds) {
-    answers(head(2) + kCylinderRows + kEllipsoidRows);
-    withTerminal("", [] { runSessionPartA(); });
-    std::vector<double> x = layout();
-    for (int i = 0; i < 10; ++i) x[static_cast<std::size_t>(i)] = 100.0 + i;
-    unpackParameters(x.data());
-    EXPECT_DOUBLE_EQ(PhaseTable.Vf[0].value, 100.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.RinC[0].value, 101.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.RoutC[0].value, 103.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.dR[0].value, 105.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.Len[0], 106.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.Vf[1].value, 107.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.nu[1].value, 109.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.RinC[0].lower, 4.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.nu[1].upper, 3.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.Rin[0].value, 0.0);
-}
-
-TEST_F(SessionTest, LowerCaseWordAtTheTerminalIsAskedAgain) {
-    splitCommandLine("/NOANS");
-    const std::string input = head(1) + "ellipsoid\n" + kEllipsoidRows;
-    const std::string out = withTerminal(input, [] { runSessionPartA(); });
-    EXPECT_NE(out.find(" USERF ----E- Answer \"ellipsoid\" refused: it names no phase type"),
-              std::string::npos)
-        << out;
-    ASSERT_EQ(PhaseTable.nPhase, 1);
-    EXPECT_EQ(PhaseTable.phaseType[0], kPhaseEllipsoid);
-    EXPECT_DOUBLE_EQ(PhaseTable.Rell[0].value, 70.0);
-}
-
 TEST_F(SessionTest, MoreThanTenPhasesAreRefused) {
     answers("T\nC\nTEST\n11\n");
     const std::string input = "2\n0.5\n0.01\n" + std::string(kEllipsoidRows) + kEllipsoidRows;
@@ -196,24 +166,6 @@ TEST_F(SessionTest, InputThatEndsEarlyKeepsTheCompletePhases) {
         << out;
     EXPECT_EQ(PhaseTable.nPhase, 1);
     EXPECT_EQ(layoutParameters(layout().data()), 3);
-}
-
-TEST_F(SessionTest, KeysWithoutUcUseNoAnswersFile) {
-    const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(dir);
-    writeFile("vardene.ans", head(1) + kEllipsoidRows);
-    splitCommandLine("/quiet");
-    std::string out = withTerminal("", [] { findAnswersFile(); });
-    EXPECT_EQ(FitSession.ansFile, std::string(128, ' '));
-    EXPECT_NE(out.find(" -1- QUIET"), std::string::npos) << out;
-    EXPECT_EQ(out.find(" -2- "), std::string::npos) << out;
-
-    splitCommandLine("");
-    out = withTerminal("", [] { runSessionPartA(); });
-    EXPECT_EQ(FitSession.ansFile, padded("vardene.ans", 128));
-    EXPECT_TRUE(FitSession.ansFound);
-    EXPECT_EQ(PhaseTable.phaseType[0], kPhaseEllipsoid);
-    std::filesystem::current_path(before);
 }
 
 TEST_F(SessionTest, UcKeyNamesTheFileWithItsCaseKept) {
