@@ -12,18 +12,6 @@ const std::string kPrompt = " ZEMOK: ";
 const std::string kClosing = " E4MAIN --- Normal termination\n";
 
 
-TEST(CommandsTranscript, SystemCommandRunsTheShell) {
-    std::string dir = freshFolder("shell");
-    // Behind the prompt of the system command the whole reply is the command.
-    ZemokRun run = runZemok("@\ntouch made-by-shell.txt\nEXIT\n", {}, dir);
-    EXPECT_TRUE(std::filesystem::exists(dir + "/made-by-shell.txt"));
-    EXPECT_NE(run.out.find(" Enter the system command (\"EXit\" to quit): "), std::string::npos);
-    // Typed directly, the blank ends word 1: "@echo hi" has "hi" as its
-    // second word, and a second word beginning with H asks for help.
-    ZemokRun help = runZemok("@echo hi\nEXIT\n", {}, dir);
-    EXPECT_EQ(help.out.find("hi\n"), std::string::npos);
-}
-
 TEST(CommandsTranscript, TimeWritesTheDateLine) {
     ZemokRun run = runZemok("TIME\nEXIT\n");
     ASSERT_GE(run.out.size(), kPrompt.size() + 27);

@@ -37,11 +37,6 @@ TEST_F(Console, PromptIsDottedUpToTheCursorColumn) {
     EXPECT_EQ(out.str().find(':'), 58u);  // the colon stands in column 59
 }
 
-TEST_F(Console, PromptEndingInAColonShowsOnlyOneColon) {
-    I05ASK("Name:", 12);
-    EXPECT_EQ(out.str(), " Name ....: ");
-}
-
 TEST_F(Console, PromptLongerThanTheCursorIsNotDotted) {
     std::string text(65, 'x');
     I05ASK(text, 60);

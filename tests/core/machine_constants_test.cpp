@@ -114,22 +114,4 @@ TEST_F(MachineConstantsTest, WrongCodesAreRefusedWithTheirTexts) {
     EXPECT_EQ(output(), " X02IMDC --E- Wrong argument value.\n");
 }
 
-TEST_F(MachineConstantsTest, EdgePropertiesOfTheMeasuredValues) {
-    volatile double eps1 = X02RMDC(1);
-    volatile double below = 1.0 - eps1;
-    volatile double above = 1.0 + eps1;
-    EXPECT_NE(below, 1.0);
-    EXPECT_EQ(above, 1.0);
-
-    const double rBig = X02RMDC(5);
-    EXPECT_LT(rBig, X02RMDC(4));
-    EXPECT_GE(1.0 / rBig, X02RMDC(3));
-    EXPECT_NE(std::exp(std::log(1.0 / rBig)), 0.0);
-    EXPECT_GE(X02RMDC(6), 1.0 - X02RMDC(7));
-    EXPECT_GE(X02RMDCS(6), 1.0f - X02RMDCS(7));
-    // gMax is where the factorial leaves the numbers: 170! is finite, 171! is not.
-    EXPECT_TRUE(std::isfinite(std::tgamma(X02IMDC(16) + 1.0)));
-    EXPECT_FALSE(std::isfinite(std::tgamma(X02IMDC(16) + 2.0)));
-}
-
 }  // namespace

@@ -54,23 +54,6 @@ TEST(StringToolsTest, PrefixEqualityAndSets) {
     EXPECT_EQ(R02SCAN("X", "abxd", 1, 40, 1), 3);
 }
 
-TEST(StringToolsTest, AbbreviationsAndDroppedCharacters) {
-    const std::vector<std::string> table{"HELP", "HISTORY", "RUN"};
-    auto abbr = [&](std::string word, int count) {
-        int match = -1, length = -1;
-        R02ABBR(word, table, count, match, length);
-        return word + "|" + std::to_string(match) + std::to_string(length);
-    };
-    EXPECT_EQ(abbr("he     ", 3), "HELP   |14");
-    EXPECT_EQ(abbr("H      ", 3), "H      |21");
-    EXPECT_EQ(abbr("HELPING", 3), "HELPING|07");
-    EXPECT_EQ(abbr("RU     ", 2), "RU     |02");  // RUN lies beyond count
-    int n = 0;
-    std::string t = "aXbxc d";
-    R02DROP(t, " x", 1, n);
-    EXPECT_EQ(t + std::to_string(n), "abcd   4");
-}
-
 TEST(StringToolsTest, ComposedLines) {
     auto line = [](std::string_view left, std::string_view middle, std::string_view right, int pos, int pos2,
                    char filler, std::size_t width = 80) {

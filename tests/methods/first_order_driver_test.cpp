@@ -93,24 +93,6 @@ TEST_F(FirstOrder, WeakModeResumesAtTheNextTest) {
     EXPECT_NE(std::find(seen.begin(), seen.end(), 3), seen.end());
 }
 
-// Started from a Hessian estimate -I with the condition limit off, BFGS
-// finds an uphill second direction: the linear search walks backwards, the
-// path is negative and passes the argument test at once (weak mode).
-TEST_F(FirstOrder, BackwardSearchPassesTheArgumentTest) {
-    select(7);
-    E4DataSetRecord& d = E4DataSet;
-    d.Hesse(1, 1) = d.Hesse(2, 2) = -1;
-    d.iStat(row::HesseSet) = 1;
-    d.iStat(row::overallTermination) = 1;
-    EXPECT_EQ(call(7), 4);
-    EXPECT_EQ(iterations(), 2);
-    std::vector<TraceRecord> steps = trace.withCode(StepResult);
-    ASSERT_EQ(steps.size(), 2u);
-    EXPECT_GT(steps[0].real[1], 0);
-    EXPECT_LT(steps[1].real[1], 0);
-    EXPECT_LT(steps[1].real[3], 0);  // and still downhill in f
-}
-
 // The first step of the first iteration, along -g = (0.1726, -0.2097) of
 // problem 7 at (0, 0) with xStep = (0.1, 0.1): the largest multiple within
 // the steps, min(0.1 / 0.1726, 0.1 / 0.2097); its bound 1000 times that,
@@ -137,21 +119,6 @@ TEST_F(FirstOrder, FirstStepAndItsBound) {
         EXPECT_NEAR(begin[0].real[0], c.step, 1e-6) << c.bounded;
         EXPECT_NEAR(begin[0].real[1], c.bound, 1e-6 * c.bound) << c.bounded;
     }
-}
-
-// One free variable: maxITR becomes 1 and the run ends after one iteration.
-TEST_F(FirstOrder, OneFreeVariableMakesOneIteration) {
-    select(1);
-    E4DataSet.iFixer(2) = 0;
-    E4DataSet.iStat(row::messageLevel) = 1;
-    EXPECT_EQ(call(6), 7);
-    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 1);
-    EXPECT_EQ(iterations(), 1);
-    EXPECT_EQ(E4DataSet.xEnd(2), E4DataSet.xStart(2));
-    EXPECT_NE(out_.str().find(" E4FOM1 --- Search stopped. The reason:\n            EXIT ON ITERATION COUNT\n"
-                             " Return to monitor program after    1 iterations\n"),
-              std::string::npos)
-        << out_.str();
 }
 
 // Fletcher-Reeves and Polak-Ribiere with two free variables: iterations 1,

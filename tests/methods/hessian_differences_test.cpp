@@ -77,25 +77,4 @@ TEST_F(HessianDifferences, EqualsTheExactMatrixAndItsEigenvalues) {
     }
 }
 
-// Variable 2 fixed: its row and column are 0, diagonal too, and it costs no
-// evaluation (m = 2: 2 * 3 + 2).  The inverse diagonal is that of the free
-// block [4 0.5; 0.5 2], determinant 7.75, and 0 for the fixed variable.
-TEST_F(HessianDifferences, FixedVariableAndInverseDiagonal) {
-    start(8);
-    E4DataSetRecord& d = E4DataSet;
-    d.iFixer(2) = 0;
-    for (int i = 1; i <= 3; ++i) d.finDif(i) = 1e-6;
-    d.iStat(row::finDifSet) = 1;
-    const int nfe0 = d.iStat(row::functionEvaluations);
-    EXPECT_EQ(hessian(), 0);
-    EXPECT_EQ(d.iStat(row::functionEvaluations) - nfe0, 8);
-    for (int j = 1; j <= 3; ++j) EXPECT_EQ(d.Hesse(2, j) == 0.0 && d.Hesse(j, 2) == 0.0, true) << j;
-    EXPECT_NEAR(d.Hesse(1, 3), 0.5, 1e-6);
-    double diag[3] = {-1, -1, -1};
-    ASSERT_TRUE(inverseHessianDiagonal(diag));
-    EXPECT_NEAR(diag[0], 2 / 7.75, 1e-6);
-    EXPECT_EQ(diag[1], 0.0);
-    EXPECT_NEAR(diag[2], 4 / 7.75, 1e-6);
-}
-
 }  // namespace

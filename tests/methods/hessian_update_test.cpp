@@ -83,31 +83,6 @@ TEST_F(Hessian, BfgsUpdateMatchesTheTextbookFormula) {
     EXPECT_EQ(E4DataSet.iStat(row::HesseSet), 1);
 }
 
-// The diagonal with a = 0.5, g0 = (-2, 1), s = a * (-g0), y = (1.5, 0.5):
-// <s,g0> = -2.5, <s,y> = 1.25.  BFGS: h += a g0^2 / <s,g0> + y^2 / <s,y>
-// = (1, 0); DFP: h += ((1 - <s,g0> a / <s,y>) y + 2 a g0) y / <s,y>
-// = (1.2, 0.8); g0 = 0 is a division by zero and changes nothing.
-TEST_F(Hessian, DiagonalAccumulation) {
-    struct Case {
-        int method;
-        double g1, g2, h1, h2;
-        int flag;
-    };
-    for (const Case& c : {Case{7, -2, 1, 1, 0, 0}, Case{6, -2, 1, 1.2, 0.8, 0}, Case{7, 0, 0, 0, 0, 1}}) {
-        set(2, {0, 0, 0, 0}, {1, 1}, {1, -0.5}, {1.5, 0.5});
-        E4DataSet.iStat(row::methodRunning) = c.method;
-        E4DataSet.deltaXn = 0.5;
-        E4DataSet.gStart(1) = c.g1, E4DataSet.gStart(2) = c.g2;
-        double h[2] = {0, 0};
-        int flag = -1;
-        E4HES2(h, 1.25, flag);
-        EXPECT_EQ(flag, c.flag) << c.method;
-        EXPECT_NEAR(h[0], c.h1, 1e-15) << c.method;
-        EXPECT_NEAR(h[1], c.h2, 1e-15) << c.method;
-    }
-    EXPECT_EQ(out_.str(), " E4HES2 --- DIVISION BY ZERO. NO HESSIAN DIAGONAL UPDATING IS POSSIBLE.\n");
-}
-
 // diag(4, -1e-17), of condition 4e17 beyond 2 / eps: the limit turns on,
 // the negative eigenvalue is mirrored and raised to 4 / (2 / eps), and the
 // repaired matrix replaces Hesse.  diag(4, -1), of moderate condition,

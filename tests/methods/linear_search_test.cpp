@@ -76,20 +76,6 @@ TEST_F(LinearSearch, TrialsFollowTheBracketAndTheParabola) {
     EXPECT_EQ(limited[0].real[1], 0.2);
 }
 
-// From the minimum of the line both first steps go uphill: the bracket is
-// closed round 0, A < 0 < B, and phase 2 stays near 0, within the argument
-// tolerance (|x| + 1) * 1e-8 along d.
-TEST_F(LinearSearch, BothWaysUphillBracketsTheBasePoint) {
-    search(sStar, 0.1, 0, 46, 0);
-    std::vector<TraceRecord> bracket = trace.withCode(Bracketed);
-    ASSERT_EQ(bracket.size(), 1u);
-    EXPECT_NEAR(bracket[0].real[0], -0.1 * g, 1e-15);
-    EXPECT_EQ(bracket[0].real[1], 0.1);
-    EXPECT_EQ(bracket[0].real[2], 0.0);
-    EXPECT_LT(std::fabs(path), 4 * (sStar + 1) * 1e-8);
-    EXPECT_EQ(flag, 0);
-}
-
 // The abnormal end is reported at every message level, with the last and
 // the best point; the search of mode 0 with 2 steps stops in phase 1.
 TEST_F(LinearSearch, AbnormalEndIsReportedWithTheBestPoint) {

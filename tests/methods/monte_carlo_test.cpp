@@ -103,18 +103,4 @@ TEST_F(MonteCarlo, MissingTriesOrDeviatesEndsWithFlagOne) {
     }
 }
 
-// A run that found a point, then one with steps so large that nothing is
-// better: under CONTINUE the first run's success stands; under RUN the
-// second run says that it found nothing.
-TEST_F(MonteCarlo, ContinueKeepsTheSuccessFlag) {
-    for (int mode : {1, 0}) {
-        SetUp();
-        run(1);
-        E4DataSet.deviat.fill(1e6);
-        E4DataSet.iStat(row::computationMode) = mode;
-        run(40);
-        EXPECT_EQ(out.str().find(kNoBetter) != std::string::npos, mode == 0) << mode << out.str();
-    }
-}
-
 }  // namespace

@@ -72,16 +72,6 @@ TEST_F(ChannelCommands, DataReadingOnTheDefaultFileAndChannel) {
     EXPECT_EQ(E4DataSet.drName, padded("other.inp", 32));
 }
 
-TEST_F(ChannelCommands, QuestionsFillTheMissingWordsAtTheTerminal) {
-    in_.str("data\nwrite\n");
-    EXPECT_EQ(run("OPEN"), 0);
-    EXPECT_EQ(joinedWords(words_.data()), "OPEN,DATA,WRITE");
-    EXPECT_EQ(output(), " Data type? [ DATA / COMMAND ] " + std::string(27, '.') + ": " +
-                            " Access type? [ READ / WRITE ] " + std::string(27, '.') + ": ");
-    EXPECT_EQ(sysinf.dwUnit, 7);
-    EXPECT_TRUE(std::filesystem::exists("zemok.out"));  // the default name
-}
-
 TEST_F(ChannelCommands, NoQuestionsInAutoModeOrFromACommandFile) {
     sysinf.MODEE4 = 1;
     EXPECT_EQ(run("OPEN"), 2);

@@ -109,14 +109,6 @@ TEST_F(LoadCheck, ShorthandGetsTheSourceWordOfTheMode) {
     EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 5000);
 }
 
-TEST_F(LoadCheck, FileSourceOnTheTerminalOpensTheFileFirst) {
-    Outcome o = handle(E4CmdLoad, "LOAD,FILE=data.inp,XSTART");
-    EXPECT_EQ(o, Outcome::Prerequisite);
-    EXPECT_EQ(std::string(monitorState().text()), "OPEN DATA READ data.inp");
-    o = handle(E4CmdLoad, "LOAD,FILE,XSTART");
-    EXPECT_EQ(std::string(monitorState().text()), "OPEN DATA READ zemok.inp");
-}
-
 TEST_F(LoadCheck, BadValuesStoreNothing) {
     std::string out = session(kPowell + "LOAD,,RX,ALL,1E-5\nLOAD,,RX,ALL,abc\nLOAD,,XSTART,7,1.0\nEXIT\nY\nY\n");
     EXPECT_TRUE(has(out, " COMMAND \"LOAD,,RX,ALL,abc\" WAS FAILED TO EXECUTE\n"));
@@ -157,22 +149,6 @@ TEST_F(LoadCheck, FixingDialogueFixesAndPinsTheBounds) {
     out = session(kPowell + "LOAD,,IF\n3\nE\nEXIT\nY\nY\n");
     EXPECT_FALSE(has(out, "iFixer CHANGED"));
     EXPECT_EQ(E4DataSet.iFixer(3), 1);
-}
-
-TEST_F(LoadCheck, NewScalingFactorsRescaleTheFreeArguments) {
-    session(kPowell + "LOAD,,IF,4,0\nLOAD,,XSC,ALL,2\nSET,X\nLOAD,,XSC,(1:2),4\nEXIT\nY\nY\n");
-    // Scaled by 2 with SET,X: (6, -2, 0, 2); unscaled by the old factors and
-    // the free entries scaled by the new ones (4, 4, 2, 2); xEnd stays unscaled.
-    const double start[] = {12.0, -4.0, 0.0, 1.0};
-    const double end[] = {3.0, -1.0, 0.0, 1.0};
-    for (int i = 1; i <= 4; ++i) {
-        EXPECT_EQ(E4DataSet.xStart(i), start[i - 1]) << i;
-        EXPECT_EQ(E4DataSet.xEnd(i), end[i - 1]) << i;
-    }
-    EXPECT_EQ(E4DataSet.xScale(1), 4.0);
-    EXPECT_EQ(E4DataSet.xScale(3), 2.0);
-    EXPECT_EQ(E4DataSet.iStat(row::xScaleSet), 1);
-    EXPECT_EQ(E4DataSet.iStat(row::xScaled), 1);
 }
 
 // UN walks the chain and asks, at the terminal, only for what is not set,
@@ -267,13 +243,6 @@ TEST_F(LoadCheck, LimitsRespectWhatWasLoaded) {
     handle(E4CmdCheck, "CHECK ALL");
     EXPECT_EQ(E4DataSet.iStat(row::maxITR), 10);
     EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 160);
-}
-
-TEST_F(LoadCheck, OneVariableGivesOneIterationEvenWithMaxNfeLoaded) {
-    // The test problem brings its own limits; maxITR is cleared again.
-    session(kOneDim + "METHOD,B-F-G-S\nSET,S,34,0\nMAXN,77\nCHECK\nEXIT\nY\nY\n");
-    EXPECT_EQ(E4DataSet.iStat(row::maxITR), 1);
-    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 77);
 }
 
 TEST_F(LoadCheck, StartOutsideItsBoundMovesTheBound) {

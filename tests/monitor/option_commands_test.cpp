@@ -37,26 +37,12 @@ TEST_F(Commands, MethodWithoutAWordOffersBfgsAndCrTakesIt) {
     EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 7);
 }
 
-TEST_F(Commands, UnknownMethodIsAskedAgainInteractively) {
-    std::string out = session("METHOD,XYZ\nN-M\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 15);
-    EXPECT_NE(out.find("< B-F-G-S >: "), std::string::npos);
-}
-
 TEST_F(Commands, MonteCarloTakesTriesAndDeviate) {
     session("METHOD,MONTE-CARLO,500,0.1\nEXIT\n");
     EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 16);
     EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 500);
     EXPECT_EQ(E4DataSet.iStat(row::deviatSet), 1);
     for (int i = 1; i <= 128; ++i) EXPECT_EQ(E4DataSet.deviat(i), 0.1) << i;
-}
-
-TEST_F(Commands, CoordinateDescentKeepsWhatTheConversionGave) {
-    session("METHOD,C-D,3\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 14);
-    EXPECT_EQ(E4DataSet.iStat(row::cdVariable), 3);
-    session("METHOD,S-B,2\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::boundsMode), 2);
 }
 
 TEST_F(Commands, MessageLevelAndTerminalStopping) {
@@ -84,27 +70,6 @@ TEST_F(Commands, SetSchemesTerminationAndStatus) {
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,T,L,6\"\n"), std::string::npos);
     EXPECT_NE(out.find(" ILLEGAL COMMAND: \"SET,S,106,1\"\n"), std::string::npos);
     EXPECT_EQ(E4DataSet.iStat(row::tolMultiplierSwitch), 0);
-}
-
-TEST_F(Commands, SetGradientWithoutCodeListsTheSchemes) {
-    std::string out = session("SET,GRADIENT\n2\nEXIT\n");
-    EXPECT_NE(out.find("         0 --- adaptive finite-difference procedure"), std::string::npos);
-    EXPECT_NE(out.find("         3 --- analytically expressed gradient"), std::string::npos);
-    EXPECT_EQ(out.find("         4 --- "), std::string::npos);
-    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 2);
-}
-
-TEST_F(Commands, AnEInTheFirstThreeWordsOfSetClearsTheStack) {
-    std::string out = session("SET,EX\nSET,G,E\nEXIT\n");
-    EXPECT_EQ(out, kPrompt + kPrompt + kPrompt);
-    EXPECT_EQ(E4DataSet.iStat(row::gradientScheme), 0);
-}
-
-TEST_F(Commands, ChannelsOnlyGoToOpenFiles) {
-    std::string out = session("SET,DW,FILE\nSET,CR,T\nEXIT\n");
-    EXPECT_NE(out.find(" Output data file NOT OPENED!\n"), std::string::npos);
-    EXPECT_NE(out.find(" COMMAND \"SET,DW,FILE\" WAS FAILED TO EXECUTE\n"), std::string::npos);
-    EXPECT_EQ(sysinf.dwUnit, 6);
 }
 
 // The monitor zeroes the status vector when it starts; the vectors stay.
@@ -161,19 +126,6 @@ TEST_F(Commands, ProblemChangeSetsLimitsBoundsAndTheEndPoint) {
         EXPECT_EQ(d.xScale(i), 1.0);
     }
     EXPECT_EQ(d.fEnd, d.fStart);
-}
-
-TEST_F(Commands, ProblemWithoutAWordCompletesFromTheProblemHeld) {
-    session("PROBLEM,TEST,3\n\nPROBLEM\n\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 3);
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1);  // a new problem change: counters start again
-}
-
-TEST_F(Commands, RepliesBeginningWithEClearTheStack) {
-    std::string out = session("PROBLEM\nEXIT\nPROBLEM,TEST,E\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::problemCode), 0);
-    EXPECT_NE(out.find(" Specify the problem to be solved [ User / Test ] < USER >: "),
-              std::string::npos);
 }
 
 }  // namespace

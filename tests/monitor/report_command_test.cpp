@@ -41,19 +41,6 @@ TEST_F(Report, StatusTableOnTheTerminalOnly) {
     EXPECT_EQ(count(out, " problem code:"), 1u);
 }
 
-TEST_F(Report, EnvironmentBlock) {
-    std::string out = session("REPORT,TERMINAL,ENVIRONMENT\nEXIT\n");
-    EXPECT_NE(out.find("\n CPU type ----------- x86             \n"
-                       " Operational system - MS_DOS          \n"
-                       " File system type --- FAT32           \n"
-                       " Screen width -------  80 characters\n"
-                       " Screen hight -------  25 characters\n"),
-              std::string::npos)
-        << out;
-    EXPECT_NE(out.find(" Command file ------- zemok.cmd                       , channel =  5\n"),
-              std::string::npos);
-}
-
 TEST_F(Report, DataReportHeadingAndNumbers) {
     std::string out = session("PROBLEM,TEST,3\n\nMETHOD,N-M\nREPORT\n\nEXIT\nY\nY\n");
     EXPECT_NE(out.find(" Objective function -  : Wood problem (4-dimensional)\n"

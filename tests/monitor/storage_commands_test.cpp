@@ -30,12 +30,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-int count(const std::string& text, const std::string& what) {
-    int n = 0;
-    for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
-    return n;
-}
-
 // Every stored field of two data sets, over the full extents, is equal.
 bool sameStoredFields(E4DataSetRecord& a, E4DataSetRecord& b) {
     StoredChannels ca, cb;
@@ -95,26 +89,6 @@ protected:
     std::string out;
 };
 
-TEST_F(StorageCommands, TwoSavesGiveTwoSetsAndTheMarkerFindsEach) {
-    E4DataSetRecord& d = E4DataSet;
-    ASSERT_EQ(command("SAVE,,first"), Outcome::Done);
-    d.xStart(1) = 2.5;
-    ASSERT_EQ(command("SAVE,,second"), Outcome::Done);
-    EXPECT_EQ(count(file(), " *** NEW DATA SET ***"), 2);  // the second behind the first
-    d.xStart(1) = 0.0;
-    EXPECT_EQ(command("RECOVER"), Outcome::Done);  // the marker of the last SAVE
-    EXPECT_EQ(d.xStart(1), 2.5);
-    EXPECT_EQ(command("RECOVER,FIRST"), Outcome::Done);  // letters are folded
-    EXPECT_EQ(d.xStart(1), 1.5);
-    EXPECT_EQ(d.iStat(row::functionEvaluations), 17);
-    EXPECT_EQ(d.Hesse(1, 2), 0.75);
-    EXPECT_NE(out.find(" === END OF RECOVERING\n"), std::string::npos);
-    // A fresh session holds no marker.
-    monitorState() = MonitorState{};
-    EXPECT_EQ(command("RECOVER"), Outcome::ErrorExit);
-    EXPECT_TRUE(out.ends_with("ERROR: NO DATA MARKER SPECIFIED!")) << out;
-}
-
 // The whole data set of the fixture, line by line: the header, the comment
 // as the marker, each field's label, values and empty line (a matrix has
 // an empty line behind each row), the name blocks.
@@ -150,33 +124,6 @@ TEST_F(StorageCommands, FileLayoutOfASmallDataSet) {
         {"crName", "zemok.cmd"}, {"drName", "zemok.inp"}, {"dwName", "zemok.out"}};
     for (const auto& [tag, name] : names) expected += std::string(" keep ~~~~~ ") + tag + ":\n" + padded(name, 32) + "\n";
     EXPECT_EQ(text, expected + "\n");
-}
-
-TEST_F(StorageCommands, XFormHoldsSixFieldsAndRestartsFromItsPoint) {
-    E4DataSetRecord& d = E4DataSet;
-    ASSERT_EQ(command("SAVE,X,start2"), Outcome::Done);
-    const std::string text = file();
-    EXPECT_EQ(count(text, " ~~~~~ "), 6);
-    EXPECT_EQ(text.find("crName"), std::string::npos);
-    // The labels are searched with their letters folded: "bl" finds "BL".
-    std::string edited = text;
-    edited.replace(edited.find("~~~~~ BL:"), 9, "~~~~~ bl:");
-    writeFile(dir_ + "/zemok.sav", edited);
-    d.xStart(1) = 9.0;
-    d.bL(1) = 0.0;
-    d.iStat(row::fSet) = 1;
-    EXPECT_EQ(command("RECOVER,X,START2"), Outcome::Done) << out;
-    EXPECT_EQ(d.xStart(1), 1.5);
-    EXPECT_EQ(d.xEnd(1), 1.5);  // the search starts again from the point read
-    EXPECT_EQ(d.bL(1), -10.0);
-    EXPECT_EQ(d.fStart, 0.0);
-    EXPECT_EQ(d.iStat(row::fSet), 0);
-    EXPECT_EQ(d.iStat(row::xStartSet), 1);
-    EXPECT_EQ(d.iStat(row::xScaleSet), 1);
-    EXPECT_EQ(d.iStat(row::bLSet), 1);
-    EXPECT_EQ(d.iStat(row::bUSet), 1);
-    EXPECT_EQ(d.iStat(row::nFree), 1);
-    EXPECT_NE(out.find(" Lower bounds recovered from \"zemok.sav\"\n"), std::string::npos);
 }
 
 // A file that cannot be written: read only for a plain user, immutable for

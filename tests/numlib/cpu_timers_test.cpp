@@ -60,22 +60,6 @@ TEST_F(CpuTimersTest, FirstReadStartsTheTimerAndLaterReadsGiveTheTime) {
     EXPECT_EQ(Z02ECPU(5), 10.0);
 }
 
-TEST_F(CpuTimersTest, NegativeNumberRestartsAndZeroRestartsTimerOne) {
-    Z02ECPU(1);
-    fakeNow = 30.0;
-    EXPECT_EQ(Z02ECPU(1), 20.0);
-    EXPECT_EQ(Z02ECPU(0), 0.0);
-    fakeNow = 33.0;
-    EXPECT_EQ(Z02ECPU(1), 3.0);
-    EXPECT_EQ(Z02ECPU(-1), 0.0);
-    fakeNow = 34.0;
-    EXPECT_EQ(Z02ECPU(1), 1.0);
-    // A negative number starts a timer that was never started.
-    EXPECT_EQ(Z02ECPU(-42), 0.0);
-    fakeNow = 40.0;
-    EXPECT_EQ(Z02ECPU(42), 6.0);
-}
-
 TEST_F(CpuTimersTest, CputWritesMinutesAndSeconds) {
     int minutes = -1;
     double seconds = -1;

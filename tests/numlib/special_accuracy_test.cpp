@@ -107,27 +107,6 @@ TEST_F(SpecialAccuracy, LogGammaAcrossEverySwitchPoint) {
     EXPECT_EQ(out_.str(), "");
 }
 
-TEST_F(SpecialAccuracy, LogBetaInEachOfItsThreeForms) {
-    // The forms add terms of the size of q ln q and cancel down to ln B:
-    // the error is relative to the largest term, bounded here by |ln B| + p + q.
-    checkAll("S14LBETA", 1e-14,
-             [](const Row& r, int& err) {
-                 err = 0;
-                 return S14LBETA(r.a(0), r.a(1), err);
-             },
-             [](const Row& r) { return 1e-2 * (r.a(0) + r.a(1)); }, 15);
-}
-
-TEST_F(SpecialAccuracy, IncompleteBetaRatioOverAGridOfXAAndB) {
-    // The ratio is a sum of up to a few hundred terms (a, b = 100), each
-    // rounded: 1e-13 relative.  Where it is formed as 1 - (the other tail) it
-    // carries an absolute error of a few eps, so values below 0.1 are held to
-    // 1e-14 absolute: I(0.2; 30, 40) = 8.1e-6 is such a case.
-    checkAll("S14BFRI", 1e-13,
-             [](const Row& r, int& err) { return S14BFRI(r.a(0), r.a(1), r.a(2), err); },
-             [](const Row&) { return 0.1; }, 180);
-}
-
 TEST_F(SpecialAccuracy, InverseNormalInTheCentreAndBothTails) {
     checkAll("S15IND", 1e-15, [](const Row& r, int& err) { return S15IND(r.a(0), err); }, 24);
 }

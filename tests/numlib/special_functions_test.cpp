@@ -23,30 +23,6 @@ const double kBig = std::ldexp(1.0, 1022);  // rBig of IEEE double
 
 // ----- Chebyshev series ------------------------------------------------------
 
-TEST_F(SpecialFunctions, ChebyshevSumHalvesTheFirstTerm) {
-    const double one[] = {3.0};
-    EXPECT_EQ(C06CHEB(0.3, one, 1), 1.5);
-    // 2/2 + 3 T1(0.5) + 4 T2(0.5) = 1 + 1.5 + 4 (2 * 0.25 - 1) = 0.5
-    const double three[] = {2.0, 3.0, 4.0};
-    EXPECT_EQ(C06CHEB(0.5, three, 3), 0.5);
-    // At t = -1: 1 - 3 + 4 = 2; at t = 1: 1 + 3 + 4 = 8.
-    EXPECT_EQ(C06CHEB(-1.0, three, 3), 2.0);
-    EXPECT_EQ(C06CHEB(1.0, three, 3), 8.0);
-    // One eps beyond 1 is still taken.
-    EXPECT_EQ(C06CHEB(1.0 + std::ldexp(1.0, -52), one, 1), 1.5);
-    EXPECT_EQ(output(), "");
-}
-
-TEST_F(SpecialFunctions, TermsNeededForAnAccuracy) {
-    const double c[] = {1.0, 0.5, 0.01, 0.001};
-    EXPECT_EQ(C06NTOS(c, 4, 0.005), 3);  // 0.001 + 0.01 exceeds 0.005
-    EXPECT_EQ(C06NTOS(c, 4, 0.02), 2);   // 0.011 + 0.5 exceeds 0.02
-    EXPECT_EQ(C06NTOS(c, 4, 10.0), 1);   // the whole series stays within 10
-    EXPECT_EQ(output(), "");
-    EXPECT_EQ(C06NTOS(c, 4, 0.0005), 4);  // the last term alone is too big
-    EXPECT_EQ(output(), " C06NTOS --W- Series too short for specified accuracy\n");
-}
-
 
 // ----- factorials and binomial coefficients --------------------------------------
 
@@ -95,26 +71,6 @@ TEST_F(SpecialFunctions, BinomialEdges) {
 }
 
 // ----- ln(1 + x) and Stirling's correction ---------------------------------------
-
-TEST_F(SpecialFunctions, Ln1pBelowAndNearMinusOne) {
-    int err = 99;
-    EXPECT_EQ(S05LN1PX(0.0, err), 0.0);
-    EXPECT_EQ(err, 0);
-    EXPECT_TRUE(std::isnan(S05LN1PX(-1.5, err)));
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(output(),
-              " S05LN1PX -W- Arg. is less than -1: [ -1.500 ]\n"
-              " S05LN1PX -W- Loss of precision, arg. too close to -1: [ -1.500 ]\n");
-    // -1 + 1e-11 lies within sqrt(eps) of -1: the digits of 1 + x are few.
-    const double x = -0.99999999999;
-    EXPECT_NEAR(S05LN1PX(x, err), std::log(1e-11), 1e-3);
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(output(), " S05LN1PX -W- Loss of precision, arg. too close to -1: [ -1.000 ]\n");
-    // -1 + 1e-7 is farther than sqrt(eps) = 1.5e-8: no warning.
-    S05LN1PX(-0.9999999, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(output(), "");
-}
 
 // ----- Gamma ---------------------------------------------------------------------
 

@@ -74,32 +74,6 @@ TEST_F(SymmetricEigen, ConvergenceFailureAfterTheIterationLimit) {
     }
 }
 
-// The tridiagonal matrix with 2 on the diagonal and -1 beside it has the
-// eigenvalues 2 - 2cos(k*pi/(n+1)) and the eigenvectors sin(j*k*pi/(n+1)).
-TEST_F(SymmetricEigen, QLOnTheSecondDifferenceMatrix) {
-    for (int n : {3, 128}) {
-        Problem p;
-        for (int i = 1; i <= n; ++i) {
-            p.d[i - 1] = 2.0;
-            p.e[i - 1] = -1.0;
-            p.at(i, i) = 1.0;
-        }
-        p.e[0] = 99.0;  // e(1) is not part of the matrix
-        int err = 5;
-        F02TDM1(p.d.data(), p.e.data(), p.a.data(), LD, n, err);
-        ASSERT_EQ(err, 0);
-        const double pi = std::acos(-1.0);
-        for (int j = 1; j <= n; ++j) {
-            const int k = n + 1 - j;  // largest first
-            EXPECT_NEAR(p.d[j - 1], 2.0 - 2.0 * std::cos(k * pi / (n + 1)), 1e-13) << n << ' ' << j;
-            const double norm = std::sqrt((n + 1) / 2.0);
-            const double sign = p.at(1, j) > 0 ? 1.0 : -1.0;
-            for (int i = 1; i <= n; ++i)
-                EXPECT_NEAR(sign * p.at(i, j), std::sin(i * k * pi / (n + 1)) / norm, 1e-12);
-        }
-    }
-}
-
 // Largest |A - V*diag(d)*V^T| relative to the largest |A|, and the largest
 // deviation of V^T*V from the identity.
 void checkDecomposition(const Problem& in, const Problem& out, int n) {

@@ -233,27 +233,6 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
     EXPECT_NEAR(script.points[15][0], 12 * kL * kH, 1e-18);
 }
 
-// T(k) = 2^(k-1) u: every column keeps one sign, so the estimate comes from
-// column 8, whose largest entry is 64u: N = 64u * 7!/sqrt(14!), A = 1 + u.
-TEST_F(ScriptedNoise, NoSignPatternBeforeColumnEight) {
-    std::vector<double> v{1, 8192};
-    for (int k = 1; k <= 12; ++k) v.push_back(std::ldexp(1.0, k));
-    play(inUnits(v), 4);
-    EXPECT_EQ(estimate(), 0);
-    const double N = 64 * u * 5040 / std::sqrt(87178291200.0);
-    EXPECT_DOUBLE_EQ(E4DataSet.FrlErr, N / (1 + u));
-    const std::string text = out.str();
-    EXPECT_NE(text.find("estimated by using 8-th\n"), std::string::npos);
-    // Row r of the listing holds min(8, 15 - r) fields of nine columns.
-    std::istringstream lines(text.substr(text.find("Finite-difference table")));
-    std::string row;
-    std::getline(lines, row);
-    for (int r = 1; r <= 14; ++r) {
-        ASSERT_TRUE(std::getline(lines, row));
-        EXPECT_EQ(row.size(), 9u * static_cast<std::size_t>(std::min(8, 15 - r))) << r;
-    }
-}
-
 // Values that rise by u: column 3 is zero, so the fallback eps*A is taken,
 // err is 1 and the table is listed even at level 1.  Both curvatures are
 // zero, lifted to rMin, and the step of length L*L is out of range: 0.1.
@@ -285,25 +264,6 @@ TEST_F(ScriptedNoise, ZeroColumnTakesTheFallbackAndListsTheTable) {
               "  0.100000    \n\n");
     EXPECT_EQ(E4DataSet.FrlErr, eps);
     EXPECT_EQ(E4DataSet.xStep(1), 0.1);
-}
-
-// A table value that reaches DFMAX before the 12th stops the table: the
-// step shrinks by 0.07 against RLSNEW = 0 and is probed again.  At the 12th
-// value the table stands, however large it is.
-TEST_F(ScriptedNoise, TableStopsAtDfmaxOnlyBeforeItsLastValue) {
-    std::vector<double> v{0, 1e-6, 0.5, 1e-6};
-    for (int k = 1; k <= 11; ++k) v.push_back((k % 2 ? 1 : -1) * 1e-9);
-    v.push_back(0.5);
-    play(v, 1);
-    estimate();
-    const std::string trace =
-        " E4ERR1 --- RELSTP =  5.384615E-03 .NE. RLSNEW =   0.00000    \n"
-        "            Step length correction...\n";
-    EXPECT_EQ(out.str().substr(0, trace.size()), trace);
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 16);
-    EXPECT_EQ(E4DataSet.iStat(row::FrlErrSet), 1);
-    // The second table is spaced by RELSTP = 0.07/13/13.
-    EXPECT_NEAR(script.points[15][0], 12 * kL * (0.07 / 169), 1e-18);
 }
 
 // A function that jumps by 1 off its start point: 30 corrections, then
@@ -421,32 +381,6 @@ TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
               "  4.000000E-03   0.00000    \n\n"
               " E4TOL1 --- Return to   TEST\n");
     EXPECT_DOUBLE_EQ(fTol, 3e-7);
-}
-
-// Without FrlErr, E4TOL1 has E4ERR1 measure it under its own name; a loaded
-// rFTol stays.  A data set that is not ready gives err 10 and no evaluation.
-TEST_F(ScriptedNoise, TolerancesMeasureTheNoiseFirst) {
-    play(kTranscriptScript, 6);
-    E4DataSetRecord& d = E4DataSet;
-    d.rFTol = 1e-5;
-    d.iStat(row::rFTolSet) = 1;
-    Vec1<double, kMaxVar> xTol;
-    double fTol = 0;
-    int err = -1;
-    E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
-    EXPECT_EQ(err, 0);
-    EXPECT_NE(out.str().find(" E4ERR1 --- Return to E4TOL1\n"), std::string::npos);
-    EXPECT_DOUBLE_EQ(d.FrlErr, 2 * u / std::sqrt(6.0));
-    EXPECT_EQ(d.rFTol, 1e-5);
-    EXPECT_DOUBLE_EQ(d.rXTol(1), std::sqrt(2 * u / std::sqrt(6.0) + eps));
-    EXPECT_DOUBLE_EQ(fTol, 1e-5);
-
-    restart();
-    E4DataSet.iStat(row::messageLevel) = 6;
-    E4TOL1(E4DataSet.xStart.data(), E4DataSet.fStart, xTol.data(), fTol, err, "TEST");
-    EXPECT_EQ(err, 10);
-    EXPECT_EQ(out.str(), " E4TOL1 --- Return to   TEST\n");
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 0);
 }
 
 TEST_F(ScriptedNoise, KnownNoiseIsFoundWithinAFactorOfThree) {

@@ -93,34 +93,6 @@ TEST_F(TargetFunction, RosenbrockAsksAgainForAScaleThatIsNoNumber) {
     EXPECT_NE(output().find(" 6-dimensional Rosenbrock, R-Ze modification\n"), std::string::npos);
 }
 
-TEST_F(TargetFunction, ScalingLeavesFixedVariablesAlone) {
-    select(7);
-    E4DataSet.iStat(row::xScaleSet) = 1;
-    E4DataSet.iStat(row::xScaled) = 1;
-    E4DataSet.xScale(1) = 2.0;
-    E4DataSet.xScale(2) = 4.0;
-    E4DataSet.iFixer(2) = 0;
-    // Search coordinates (2, 1) are the point (1, 1) of the problem.
-    EXPECT_NEAR(at({2, 1}), -0.7425, 1e-14);
-    EXPECT_EQ(E4DataSet.xEnd(1), 2.0);
-    EXPECT_EQ(E4DataSet.xEnd(2), 1.0);
-    E4DataSet.iStat(row::xScaled) = 0;  // loaded but not applied: no unscaling
-    EXPECT_NEAR(at({1, 1}), -0.7425, 1e-14);
-}
-
-TEST_F(TargetFunction, MessageLevelFiveTracesAndSixAnnounces) {
-    select(7);
-    output();
-    E4DataSet.iStat(row::messageLevel) = 5;
-    at({0, 0});
-    EXPECT_EQ(output(), " Function no.  7,       2 value = -0.9322000000000000    \n");
-    E4DataSet.iStat(row::messageLevel) = 6;
-    at({0, 0});
-    EXPECT_EQ(output(),
-              " 2-dimensional squared problem by Frieden\n"
-              " Function no.  7,       3 value = -0.9322000000000000    \n");
-}
-
 TEST_F(TargetFunction, SquaredProblemIsLoadedFromTheTerminal) {
     // A = [2 1; 1 3], minimum 5 at z = (1, 2): f(0) = 5 + z'Az / 2 = 5 + 18 / 2.
     EXPECT_DOUBLE_EQ(select(8, "2\n2 1\n3\nY\n5\n1 2\n0\n", 0), 14.0);

@@ -209,16 +209,6 @@ TEST(FormatErrors, MalformedFormatsThrow) {
         EXPECT_THROW(formatRecords(f, {1}), std::logic_error) << f;
 }
 
-TEST(ExactDigits, ExpansionIsTheExactBinaryValue) {
-    editing::Decimal tenth = editing::exactDecimal(0.1);
-    EXPECT_EQ(tenth.digits, "1000000000000000055511151231257827021181583404541015625");
-    EXPECT_EQ(tenth.exp, 0);
-    editing::Decimal big = editing::exactDecimal(-1536.0);
-    EXPECT_EQ(big.digits, "1536");
-    EXPECT_EQ(big.exp, 4);
-    EXPECT_TRUE(editing::exactDecimal(0.0).digits.empty());
-}
-
 TEST(ExactDigits, RoundingTiesToEvenAndCarries) {
     using editing::Decimal;
     EXPECT_EQ(editing::roundDigits(Decimal{"125", 0}, 2).digits, "12");

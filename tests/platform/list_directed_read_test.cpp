@@ -68,17 +68,6 @@ struct Lines {
     }
 };
 
-TEST(ListReaderTest, ReadRunsOverRecordsAndDropsTheRest) {
-    Lines src{{"1 2", "", "3 4 5", "6"}};
-    ListReader r = src.reader();
-    int v[4] = {0, 0, 0, 0};
-    EXPECT_EQ(r.readInts(v, 4), 0);
-    EXPECT_EQ(v[0] + 10 * v[1] + 100 * v[2] + 1000 * v[3], 4321);
-    EXPECT_EQ(r.readInts(v, 1), 0);
-    EXPECT_EQ(v[0], 6);
-    EXPECT_EQ(r.readInts(v, 1), -1);
-}
-
 TEST(ListReaderTest, EndOfInputAndFailures) {
     Lines src{{"1 2"}};
     int v[3] = {0, 0, 77};
@@ -107,15 +96,6 @@ TEST(ListReaderTest, SlashAndNullsKeepValues) {
     EXPECT_EQ(v[0], 1);
     EXPECT_EQ(v[1], 9);
     EXPECT_EQ(v[2], 3);
-}
-
-TEST(ListReaderTest, EmptyReadSkipsOneRecord) {
-    Lines src{{"skip me", "7"}};
-    ListReader r = src.reader();
-    int v = 0;
-    EXPECT_EQ(r.readInts(&v, 0), 0);
-    EXPECT_EQ(r.readInts(&v, 1), 0);
-    EXPECT_EQ(v, 7);
 }
 
 TEST(ListReaderTest, RealsAndTexts) {

@@ -66,36 +66,6 @@ TEST_F(Units, RecordsAreReadBackWithEndOfFileToldApart) {
     EXPECT_EQ(unit::readRecord(9, rec), unit::IOERR_NOT_OPEN);
 }
 
-TEST_F(Units, BackspaceStepsBackOneRecord) {
-    std::ofstream(path("b.txt")) << "one\ntwo\nthree\n";
-    ASSERT_EQ(unit::open(4, path("b.txt"), {unit::Status::Old}), 0);
-    std::string rec;
-    unit::readRecord(4, rec);
-    unit::readRecord(4, rec);
-    EXPECT_EQ(rec, "two");
-    unit::backspace(4);
-    unit::readRecord(4, rec);
-    EXPECT_EQ(rec, "two");
-    unit::backspace(4);
-    unit::backspace(4);
-    unit::readRecord(4, rec);
-    EXPECT_EQ(rec, "one");
-    unit::backspace(4);
-    unit::backspace(4);  // at the start nothing moves
-    unit::readRecord(4, rec);
-    EXPECT_EQ(rec, "one");
-}
-
-TEST_F(Units, AppendGoesOnBehindTheOldContents) {
-    std::ofstream(path("d.txt")) << "old\n";
-    ASSERT_EQ(unit::open(7, path("d.txt"), {unit::Status::Unknown, unit::Access::Sequential,
-                                            unit::Position::Append}),
-              0);
-    write(7, "(1X,A)", "new");
-    unit::close(7);
-    EXPECT_EQ(contents(path("d.txt")), "old\n new\n");
-}
-
 TEST_F(Units, DirectAccessRecordsOfFourByteReals) {
     unit::OpenSpec spec{unit::Status::New, unit::Access::Direct, unit::Position::AsIs, 12};
     ASSERT_EQ(unit::open(11, path("f.bin"), spec), 0);

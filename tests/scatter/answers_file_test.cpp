@@ -71,21 +71,6 @@ TEST_F(PromptTest, NumbersFromTheAnswersFileAndRefusedReplies) {
               std::string::npos);
 }
 
-TEST_F(PromptTest, TwoIntegersKeepAMissingWord) {
-    replies("10 , 20\n30\nx,5\n");
-    int first = 51, last = 474;
-    std::string out = withTerminal("", [&] { ASKINUM2("First and last channels ", first, last); });
-    EXPECT_EQ(first, 10);
-    EXPECT_EQ(last, 20);
-    withTerminal("", [&] { ASKINUM2("First and last channels ", first, last); });
-    EXPECT_EQ(first, 30);
-    EXPECT_EQ(last, 20);
-    out = withTerminal("1;2\n", [&] { ASKINUM2("First and last channels ", first, last); });
-    EXPECT_NE(out.find(" ASKINUM2 -E- Please repeat the load\n"), std::string::npos) << out;
-    EXPECT_EQ(first, 1);
-    EXPECT_EQ(last, 2);
-}
-
 TEST_F(PromptTest, EndedTerminalKeepsValuesAndNeverLoops) {
     int n = 5, first = 1, last = 2;
     double r = 1.5;

@@ -99,14 +99,6 @@ TEST_F(CurveInputTest, BlankLinesEqualAbscissaeAndDescendingFiles) {
     EXPECT_DOUBLE_EQ(rawCurve.Err[3], 0.1);
 }
 
-TEST_F(CurveInputTest, SasModeDropsUnusablePoints) {
-    int nCols = 0;
-    std::string header(80, ' ');
-    ASSERT_EQ(loadText("curve_sas_filter.dat", nCols, header), 2);
-    EXPECT_DOUBLE_EQ(rawCurve.s[0], 0.02);
-    EXPECT_DOUBLE_EQ(rawCurve.s[1], 0.04);
-}
-
 TEST_F(CurveInputTest, MalformedTextFilesAreTold) {
     int nCols = 0;
     std::string header(80, ' ');
@@ -228,21 +220,6 @@ TEST_F(CurveInputTest, FramePointsThatAreNotFiniteAreDroppedAndCounted) {
     EXPECT_TRUE(said(" TAVREAD --W- 2 of 5 points of " + path("N20000.sub") +
                      " are not finite numbers (NaN or infinity) and are dropped.\n"))
         << out_.str();
-}
-
-TEST_F(CurveInputTest, ZeroErrorsAreEstimated) {
-    replies(kData + "/curve_zero_errors.dat\n1\n1\n");
-    ASSERT_EQ(loadMeasuredCurve(2), 0);
-    ASSERT_EQ(fitCurve.nPts, 5);
-    // Six points: m1 = 2, m2 = 2; the runs test accepts below 20 points.
-    EXPECT_TRUE(said("Errors estimated by polynimial smoothing"));
-    for (int k = 0; k < 5; ++k) {
-        EXPECT_GT(fitCurve.Err[k], 0.0);
-        EXPECT_NE(fitCurve.Err[k], 0.03 * fitCurve.I[k]);
-    }
-    double sum = 0.0;
-    for (int k = 0; k < 5; ++k) sum += std::pow(fitCurve.I[k] / fitCurve.Err[k], 2);
-    EXPECT_NEAR(fitCurve.w[2], (1.0 / fitCurve.Err[2]) / std::sqrt(sum), 1e-15);
 }
 
 TEST_F(CurveInputTest, TwoFrameSetHoldsIntensitiesThenErrors) {

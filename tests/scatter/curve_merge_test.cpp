@@ -43,22 +43,6 @@ TEST_F(CurveToolsTest, SortmerSortsAndMergesEqualAbscissae) {
     EXPECT_DOUBLE_EQ(e[2], 3.0);
 }
 
-TEST_F(CurveToolsTest, SortmerRunIsMeasuredFromItsFirstPoint) {
-    // d = 10 * 1e-4 = 1e-3: 1 and 1.0006 merge; 1.0012 lies beyond 1 + d.
-    double s[] = {10.0, 1.0012, 1.0006, 1.0, 0.0};
-    double y[] = {5.0, 4.0, 3.0, 2.0, 1.0};
-    int n = 5;
-    int status = 0;
-    SORTMER(s, y, nullptr, n, 2, 1e-4, 2, status);
-    ASSERT_EQ(n, 4);
-    EXPECT_DOUBLE_EQ(s[0], 0.0);
-    EXPECT_DOUBLE_EQ(s[1], 1.0003);
-    EXPECT_DOUBLE_EQ(y[1], 2.5);
-    EXPECT_DOUBLE_EQ(s[2], 1.0012);
-    EXPECT_DOUBLE_EQ(y[2], 4.0);
-    EXPECT_DOUBLE_EQ(s[3], 10.0);
-}
-
 TEST_F(CurveToolsTest, SortmerModeOneOnlySortsAndBadCountsAreTold) {
     double s[] = {2.0, 1.0, 1.0};
     double y[] = {20.0, 10.0, 11.0};

@@ -51,19 +51,6 @@ TEST_F(FormFactors, SphereAmpTakesTheClosedFormFromExactlyOneTenth) {
     }
 }
 
-TEST_F(FormFactors, SincfTakesTheSeriesUpToAndIncludingOneHundredth) {
-    // At 0.01 the series 1 - 1e-4/6 + 1e-8/120 = 0.99998333341666666667 stands,
-    // two units of the last place above sin(0.01)/0.01 = 0.99998333341666646825.
-    EXPECT_NEAR(SINCF(0.01), 0.99998333341666666667, 6e-17);
-    const double above = std::nextafter(0.01, 1.0);
-    EXPECT_EQ(SINCF(above), std::sin(above) / above);
-    EXPECT_EQ(SINCF(0.0), 1.0);
-    EXPECT_NEAR(SINCF(kPi / 2.0), 2.0 / kPi, 1e-16);
-    // Every argument below the switch takes the series: at -1 it gives
-    // 1 - 1/6 + 1/120, not sin(1) = 0.841470984807897.
-    EXPECT_NEAR(SINCF(-1.0), 0.8416666666666667, 1e-15);
-}
-
 TEST_F(FormFactors, HomogeneousSphereMatchesTheClosedForm) {
     const double cases[][2] = {{50.0, 0.05}, {20.0, 0.3}, {80.0, 0.011}};
     for (const auto& c : cases) {

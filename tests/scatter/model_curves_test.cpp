@@ -86,17 +86,6 @@ TEST(ModelCurves, AllVolumeFractionsZeroGiveTheFiniteMisfitOfNoModel) {
     EXPECT_NEAR(f, 1.0, 1e-14);  // the weights make the data's own norm 1
 }
 
-TEST(ModelCurves, DeviationOfTheFitInUnitsOfTheErrors) {
-    ModelCurves.scaleB = 2.0;
-    ModelCurves.sumCurve[0] = 1.0;
-    ModelCurves.sumCurve[1] = 1.0;
-    ModelCurves.sumCurve[2] = 1.0;
-    const double I[3] = {3.0, 1.0, 2.0}, err[3] = {0.5, 0.5, 1.0};
-    // residuals (1, -1, 0) / errors (0.5, 0.5, 1): squares 4 + 4 + 0 over 2
-    EXPECT_DOUBLE_EQ(fitDeviation(I, err, 3), 2.0);
-    EXPECT_EQ(fitDeviation(I, err, 1), 0.0);
-}
-
 TEST(SimulatedNoise, NoiseOfAGivenSizeAndRepeatable) {
     const int n = 4000;
     std::vector<double> in(n, 50.0), out(n), again(n), other(n);

@@ -48,6 +48,19 @@ void expectTicks(double a, double b, const std::vector<double>& want) {
     }
 }
 
+// The step follows the leading digits r of the range (factor 0.2 up to
+// r = 1.19, 0.5 from 1.2, 0.1 of the next power from 5, 0.2 from 7); an end
+// within a hundredth of a step of a tick takes that tick.
+TEST(AxisRules, TickStepsAndEnds) {
+    expectTicks(0.0, 1.0, {0.0, 0.2, 0.4, 0.6, 0.8, 1.0});
+    expectTicks(0.0, 11.9, {0.0, 2.0, 4.0, 6.0, 8.0, 10.0});
+    expectTicks(0.0, 12.0, {0.0, 5.0, 10.0});
+    expectTicks(0.0, 50.0, {0.0, 10.0, 20.0, 30.0, 40.0, 50.0});
+    expectTicks(0.0, 70.0, {0.0, 20.0, 40.0, 60.0});
+    expectTicks(1.001, 2.0, {1.0, 1.2, 1.4, 1.6, 1.8, 2.0});
+    expectTicks(1.005, 1.999, {1.2, 1.4, 1.6, 1.8, 2.0});
+}
+
 int count(const std::string& text, const std::string& what) {
     int n = 0;
     for (std::size_t p = text.find(what); p != std::string::npos; p = text.find(what, p + 1)) ++n;
@@ -71,36 +84,6 @@ std::string readFile(const std::string& path) {
     std::stringstream s;
     s << in.rdbuf();
     return s.str();
-}
-
-TEST(AxisRules, TickStepFollowsTheLeadingDigitsOfTheRange) {
-    expectTicks(0.0, 1.0, {0.0, 0.2, 0.4, 0.6, 0.8, 1.0});         // r 1: factor 0.2
-    expectTicks(0.0, 11.9, {0.0, 2.0, 4.0, 6.0, 8.0, 10.0});       // r 1.19: 0.2
-    expectTicks(0.0, 12.0, {0.0, 5.0, 10.0});                      // r 1.2: 0.5
-    expectTicks(0.0, 25.0, {0.0, 5.0, 10.0, 15.0, 20.0, 25.0});    // r 2.5: 0.5
-    expectTicks(0.0, 50.0, {0.0, 10.0, 20.0, 30.0, 40.0, 50.0});   // r 5: 0.1 of 10^2
-    expectTicks(0.0, 70.0, {0.0, 20.0, 40.0, 60.0});               // r 7: 0.2 of 10^2
-    expectTicks(1.0, 9.0, {2.0, 4.0, 6.0, 8.0});
-}
-
-TEST(AxisRules, TicksWithinAHundredthOfAStepOfTheEnds) {
-    // 1.001 lies less than 0.01 step above 1.0: the first tick is 1.0.
-    expectTicks(1.001, 2.0, {1.0, 1.2, 1.4, 1.6, 1.8, 2.0});
-    // 1.005 is farther: the first tick is 1.2; 1.999 is within a hundredth
-    // of 2.0, which becomes the last tick.
-    expectTicks(1.005, 1.999, {1.2, 1.4, 1.6, 1.8, 2.0});
-}
-
-TEST(AxisRules, LabelsAndScaleExponent) {
-    EXPECT_EQ(tickLabel(0.05, AxisLabelField(0.03125, 0.0625)), "0.050");
-    EXPECT_EQ(tickLabel(-4.0, AxisLabelField(-5.0, 5.0)), "-4.0");
-    EXPECT_EQ(tickLabel(0.0, AxisLabelField(0.0, 1.0)), "0.00");
-    EXPECT_EQ(axisExponent(0.0, 500.0), 2);
-    EXPECT_EQ(axisExponent(0.0, 5000.0), 3);
-    EXPECT_EQ(axisExponent(1e-4, 5e-4), -3);
-    EXPECT_EQ(axisExponent(0.001, 0.005), -2);
-    EXPECT_EQ(axisExponent(-7e5, 10.0), 5);
-    EXPECT_EQ(axisExponent(0.0, 0.0), -30);
 }
 
 TEST_F(PlotLayerTest, AxesShowTheScaleExponentOnlyAboveTwo) {
@@ -129,37 +112,6 @@ TEST_F(PlotLayerTest, AxesShowTheScaleExponentOnlyAboveTwo) {
     }
     EXPECT_EQ(upTicks, 6);
     EXPECT_EQ(rightTicks, 6);
-}
-
-TEST_F(PlotLayerTest, CurveMarkersByLetterAndStep) {
-    OpenGraphics("", "");
-    SetWorld(0.0, 0.0, 1.0, 1.0, -2, 0.0, 10.0, 0.0, 10.0);
-    const double x[6] = {1, 2, 3, 4, 5, 6};
-    const double y[6] = {1, 2, 3, 4, 5, 6};
-    SetLine(1, 4);
-    PlotCurve(3, x, y, 'c', 1);
-    std::string doc = canvas::svgDocument();
-    EXPECT_EQ(count(doc, "rx=\"2\" ry=\"2\" fill=\"none\""), 3);
-    EXPECT_EQ(polylinePoints(doc, "#AA0000"), std::vector<int>{3});
-
-    resetPlotLayer();
-    OpenGraphics("", "");
-    SetWorld(0.0, 0.0, 1.0, 1.0, -2, 0.0, 10.0, 0.0, 10.0);
-    SetLine(1, 2);
-    PlotCurve(6, x, y, 'S', 3);  // points 1, 2 and 5
-    PlotCurve(2, x, y, 'x', -1);
-    PlotCurve(4, x, y, 'd', 0);
-    doc = canvas::svgDocument();
-    EXPECT_EQ(count(doc, "width=\"6\" height=\"6\" fill=\"#00AA00\""), 3);
-    EXPECT_EQ(count(doc, ">x</text>"), 2);
-    EXPECT_EQ(count(doc, "font-size=\"10\""), 2);  // the small font
-    EXPECT_EQ(count(doc, "<ellipse"), 0);
-    EXPECT_EQ(polylinePoints(doc, "#00AA00"), (std::vector<int>{6, 4}));
-    // Point 1 (1, 1) of an 800 x 768 world of 10 by 10 is pixel (80, 691.2).
-    EXPECT_NE(doc.find("<rect x=\"77\" y=\"688\" width=\"6\""), std::string::npos);
-    int h = 0, w = 0;
-    ASSERT_TRUE(canvas::fontCell(h, w));
-    EXPECT_EQ(h, 12);  // the large font is back
 }
 
 TEST_F(PlotLayerTest, PictureOfAFitHoldsEveryCurveAndLegend) {

@@ -39,18 +39,6 @@ protected:
     }
 };
 
-TEST_F(RadiusDistributions, GaussianByHandAndItsAlmostDelta) {
-    // e^-0.5 / (2 sqrt(2 pi))
-    EXPECT_NEAR(distGauss(12.0, 10.0, 2.0), 0.12098536225957168159, 1e-17);
-    EXPECT_EQ(distGauss(-12.0, -10.0, -2.0), distGauss(12.0, 10.0, 2.0));
-    EXPECT_EQ(distGauss(8.0, 10.0, 2.0), distGauss(12.0, 10.0, 2.0));
-    const double big = X02RMDC(5), tiny = std::sqrt(1.0 / big);
-    const double peak = 0.3989422804014327 / tiny;
-    EXPECT_NEAR(distGauss(10.0, 10.0, 0.0), peak, 1e-15 * peak);
-    EXPECT_NEAR(distGauss(11.0, 10.0, 0.0), peak / big, 1e-12 * peak / big);
-    EXPECT_NEAR(distGauss(1e-160, 0.0, 1e-160), peak, 1e-15 * peak);  // distance equals width
-}
-
 TEST_F(RadiusDistributions, SchulzByHandWithItsSeriesAndClamps) {
     // z = 5, t = 1.2: 5 exp(24 ln 1.2 - 5) / 10 / P(1/25).
     EXPECT_NEAR(distSchulz(12.0, 10.0, 2.0), 0.10649028617847461887, 1e-16);

@@ -118,16 +118,6 @@ TEST_F(ResultFilesTest, PamLineIsTheFieldOfTwoHundredFiftySixCharacters) {
     EXPECT_EQ(line.find_last_not_of(' '), 131u);
 }
 
-TEST_F(ResultFilesTest, StrIsAllZeroWhenPhaseOneIsNoSphere) {
-    ModelCurves.strFac[0][0] = 0.5;  // left over from an earlier sphere
-    writeStrFile();
-    // (2X,A3,F6.3,2F8.2), then (3(1P,G15.7)); G15.7 of 0 is F11.6 and 4 blanks.
-    EXPECT_EQ(text("fixed.str"),
-              "  fix 0.123   55.50    0.10\n"
-              "  1.0000000E-02   0.000000    \n"
-              "  2.0000000E-02   0.000000    \n");
-}
-
 TEST_F(ResultFilesTest, StrShowsTheFactorOfASpherePhaseOne) {
     PhaseTable.phaseType[0] = kPhaseSphere;
     ModelCurves.strFac[0][0] = 0.5, ModelCurves.strFac[0][1] = 1.25;
@@ -207,30 +197,6 @@ TEST_F(ResultFilesTest, LogHeaderOnceThenOneSetOfRowsPerCall) {
     EXPECT_EQ(next(), dashes);
     std::string rest((std::istreambuf_iterator<char>(log)), std::istreambuf_iterator<char>());
     EXPECT_EQ(rest, kRowsWithSigma + kRowsWithSigma);
-}
-
-TEST_F(ResultFilesTest, TableShowsSeventyTwoColumnsOfEachRow) {
-    writeFitFile();
-    showResultTable();
-    // A72 of the first nPhase lines read back: long rows are cut, short ones
-    // padded.  The phase of no type has no row, so the fifth line read is the
-    // first point of the curve.
-    const std::string head = " Comp     Vf       Rin     roin     Rout     roout     dR\n";
-    std::string cyl = kCyl.substr(0, 72);
-    std::string sph = kSph.substr(0, 72);
-    std::string dmb = (kDmb + kSigma).substr(0, 72);
-    std::string ell = kEll + kSigma + std::string(72 - kEll.size() - kSigma.size(), ' ');
-    std::string point = "  0.1000000D-01  0.1000000D+03  0.1000000D+03" + std::string(27, ' ');
-    EXPECT_EQ(out.str(), head + cyl + "\n" + sph + "\n" + dmb + "\n" + ell + "\n" + point + "\n");
-    EXPECT_EQ(dmb, " 3DMB     0.20     6.00     1.50    20.00     0.75     2.00    1      1.");
-}
-
-TEST_F(ResultFilesTest, TestDataHoldsRowsAndTheSimulatedCurveWithErrors) {
-    fitCurve.Err[0] = 2.5, fitCurve.Err[1] = 0.125;
-    writeTestData();
-    EXPECT_EQ(text("test.dat"), kCyl + "\n" + kSph + "\n" + kDmb + "\n" + kEll + "\n" +
-                                    "  0.1000000D-01  0.1000000D+03  0.2500000D+01\n"
-                                    "  0.2000000D-01  0.5000000D+02  0.1250000D+00\n");
 }
 
 }  // namespace

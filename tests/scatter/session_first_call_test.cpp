@@ -120,24 +120,3 @@ TEST_F(SessionTest, RefusedAnswerSendsTheRestOfTheDialogueToTheTerminal) {
     EXPECT_EQ(fitCurve.nPts, 0);
     EXPECT_EQ(f, 0.0);
 }
-
-// A core radius above the low end of the radius range, Rin > Rout - 3 dR,
-// is warned of once per fit: at the first point of the search that enters
-// the region, and again when a new fit starts inside it.
-TEST_F(SessionTest, CoreReachingIntoTheRadiusRangeIsWarnedOncePerFit) {
-    const std::string curve = writeFile("c.dat", curveText());
-    answers("Series\nComment\nEXPERIMENT\n1\n0.0\nSPHERE\n1 1 1\n30 30 30\n2 2 2\n50 40 60\n1 1 1\n"
-            "5 1 10\n55 0 100\n2\n0 0 0\n2\n" + curve + "\n1\n1.0\n");
-    std::vector<double> x(kMaxVar, 0.0);
-    auto evaluate = [&](int count) {
-        E4DataSet.iStat(row::functionEvaluations) = count;
-        return withTerminal("2\n" + curve + "\n1\n1.0\n", [&] { vardeneSessionCall(x.data()); });
-    };
-    const std::string warning = " USERF ----W- Phase 1: core radius Rin = 30.00 above Rout - 3 dR = 26.00; "
-                                "the radial integrand may pass through a pole, check the fit there.\n";
-    EXPECT_EQ(evaluate(0).find("----W-"), std::string::npos);  // 30 is below 50 - 15
-    x[5] = 8.0;                                                 // dR: the range now starts at 26
-    EXPECT_EQ(evaluate(1), warning);
-    EXPECT_EQ(evaluate(2), "");
-    EXPECT_NE(evaluate(0).find(warning), std::string::npos);  // a new fit, starting at dR 8
-}

@@ -38,23 +38,6 @@ TEST_F(SmoothingTest, CubicIsReproducedInEveryWindow) {
     for (int i = 0; i < n; ++i) EXPECT_NEAR(ySm[i], y[i], 1e-7 * std::fabs(y[i]) + 1e-9) << i;
 }
 
-TEST_F(SmoothingTest, PropagatedErrorOfFivePointWindow) {
-    // Five equally spaced points, unit errors: the variance of the cubic at
-    // the centre is that of the even part (t^2, 1) with t = -1/2..1/2 in
-    // quarters: sum t^4 / det = 0.1328125 / 0.2734375 = 17/35.
-    const double s[] = {0.0, 1.0, 2.0, 3.0, 4.0};
-    const double y[] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    const double w[] = {1.0, 1.0, 1.0, 1.0, 1.0};
-    double ySm[5], eSm[5];
-    SMOERR(5, 2, s, y, w, ySm, eSm);
-    EXPECT_NEAR(eSm[2], std::sqrt(17.0 / 35.0), 1e-12);
-    EXPECT_NEAR(ySm[2], 3.0, 1e-12);
-    // At the ends the polynomial passes closer to its own point: the error
-    // of an end point of a 5-point cubic is sqrt(69/70).
-    EXPECT_NEAR(eSm[0], std::sqrt(69.0 / 70.0), 1e-12);
-    EXPECT_NEAR(eSm[4], std::sqrt(69.0 / 70.0), 1e-12);
-}
-
 TEST_F(SmoothingTest, NoisyCurveGetsErrorsNearTheNoise) {
     const int n = 200;
     std::mt19937 generator(12345);

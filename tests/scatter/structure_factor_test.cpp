@@ -57,14 +57,6 @@ TEST_F(StructureFactor, MatchesBaxterFactorizationEvaluatedDirectly) {
     }
 }
 
-TEST_F(StructureFactor, ZeroAngleTakesTheLimitNearTheHardSphereCompressibility) {
-    // Nearly no stickiness: Percus-Yevick hard spheres, S(0) = (1 - eta)^4/(1 + 2 eta)^2.
-    const double s[2] = {0.0, 1e-6};
-    ASSERT_EQ(sphereStructureFactor(0.6, 0.5, 40.0, 1e4, s, 2, out), kStrFacApplied);
-    EXPECT_NEAR(out[0], 0.2401 / 2.56, 1e-4 * 0.0938);
-    EXPECT_NEAR(out[0], out[1], 1e-7);
-}
-
 TEST_F(StructureFactor, StickinessOrFractionBelowOneHundredThousandthSwitchesItOff) {
     const double s[3] = {0.01, 0.05, 0.2};
     EXPECT_EQ(sphereStructureFactor(0.6, 0.5, 40.0, 9.99e-6, s, 3, out), kStrFacOff);
@@ -89,21 +81,6 @@ TEST_F(StructureFactor, UnphysicalParametersGiveOneAndAreReported) {
         EXPECT_EQ(out[0], 1.0);
         EXPECT_EQ(out[2], 1.0);
     }
-}
-
-TEST_F(StructureFactor, AllPhasesFillTheirOwnRowsOnlyForSpheres) {
-    const double s[2] = {0.02, 0.08};
-    double rows[3][4] = {{-7, -7, -7, -7}, {-7, -7, -7, -7}, {-7, -7, -7, -7}};
-    SphereInteraction phases[3] = {{1, 0.5, 30.0, 0.3}, {2, 0.3, 30.0, 0.3}, {1, 0.2, 35.0, 0.05}};
-    EXPECT_EQ(structureFactors(3, phases, 1.0, s, 2, &rows[0][0], 4), kStrFacSubstituted);
-    EXPECT_NEAR(rows[0][1], baxterDirect(0.5, 0.3, 4.8), 1e-9);
-    EXPECT_EQ(rows[1][0], -7.0);
-    EXPECT_EQ(rows[2][0], 1.0);
-    EXPECT_EQ(rows[0][2], -7.0);
-    EXPECT_EQ(strFacLast.etaLast, 0.2);
-    EXPECT_EQ(strFacLast.RhsLast, 35.0);
-    phases[2].tau = 0.0;
-    EXPECT_EQ(structureFactors(3, phases, 1.0, s, 2, &rows[0][0], 4), kStrFacApplied);
 }
 
 }  // namespace

@@ -146,17 +146,6 @@ TEST_F(SessionTest, MoreThanTenPhasesAreRefused) {
     EXPECT_EQ(PhaseTable.nPhase, 2);
 }
 
-TEST_F(SessionTest, MalformedRowGoesOnAtTheTerminal) {
-    answers(head(1) + "ELLIPSOID\n0.3 0.2 0.4\n70 sixty 80\n");
-    const std::string out = withTerminal("70 65 75\n2 1 4\n", [] { runSessionPartA(); });
-    EXPECT_NE(out.find("Answer \"70 sixty 80\" of the answers file refused: value, lower and upper "
-                       "bound of Rell of phase 1 are asked for."),
-              std::string::npos)
-        << out;
-    EXPECT_DOUBLE_EQ(PhaseTable.Rell[0].lower, 65.0);
-    EXPECT_DOUBLE_EQ(PhaseTable.nu[0].upper, 4.0);
-}
-
 TEST_F(SessionTest, InputThatEndsEarlyKeepsTheCompletePhases) {
     answers(head(3) + kEllipsoidRows + "SPHERE\n1 0 2\n");
     const std::string out = withTerminal("", [] { runSessionPartA(); });

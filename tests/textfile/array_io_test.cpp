@@ -84,26 +84,6 @@ TEST_F(ArrayIO, PrematureEndOfFile) {
     EXPECT_EQ(output(), " I5LIA1 -E- PREMATURE END OF THE FILE \"fix.inp\" !\n");
 }
 
-TEST_F(ArrayIO, JoinerPutsWordsAtTabColumns) {
-    std::string line(40, '#');
-    int length = 0, status = 9;
-    std::vector<std::string> w = {field("1", 8), field("22", 8), field("333", 8)};
-    R02AWL(w.data(), 3, ',', 8, line, length, status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(length, 19);
-    EXPECT_EQ(line, field("1,      22,     333", 40));
-    // A word longer than its gap pushes the next one on.
-    w = {field("123456789", 12), field("5", 12), field("", 12)};
-    R02AWL(w.data(), 3, ',', 8, line, length, status);
-    EXPECT_EQ(line, field("123456789,5", 40));
-    EXPECT_EQ(length, 11);
-    // An empty word in the middle keeps its place.
-    w = {field("a", 4), field("", 4), field("b", 4)};
-    R02AWL(w.data(), 3, ';', 4, line, length, status);
-    EXPECT_EQ(line, field("a;  ;   b", 40));
-    EXPECT_EQ(output(), "");
-}
-
 TEST_F(ArrayIO, RealWriterFiveToALineAndAnEmptyLineAfterEachRow) {
     // A 2 by 6 matrix with leading dimension 3, row 1 holding 1.5 ... and
     // row 2 the negatives.

@@ -68,19 +68,6 @@ TEST_F(ArrayLoaders, RangeBeyondTheArrayIsRefused) {
     EXPECT_EQ(output(), " I5LRA2 -E- INDEX IS OUTSIDE OF BOUNDS!\n");
 }
 
-TEST_F(ArrayLoaders, AllWithoutAValueReadsOnlyAnUnsetArray) {
-    command("LOAD,TERMINAL,XSTART,ALL");
-    feed("1 2 3\n4 5 6\n");
-    EXPECT_EQ(loadVector(1), 0);  // already set: nothing is read
-    EXPECT_EQ(changed_, 0);
-    EXPECT_EQ(output(), "");
-    EXPECT_EQ(loadVector(0), 0);
-    EXPECT_EQ(x_, (std::vector<double>{1, 2, 3, 4, 5, 6, 0, 0}));
-    EXPECT_EQ(changed_, 1);
-    // The question is the comment with ":" (dropped by the prompt).
-    EXPECT_EQ(output(), " argument values " + std::string(41, '.') + ": ");
-}
-
 TEST_F(ArrayLoaders, AutoModeFailsWhereAQuestionWouldBeNeeded) {
     command("LOAD,,XSTART,3");
     EXPECT_EQ(loadVector(1, 1), 1);

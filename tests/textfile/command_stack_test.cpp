@@ -49,14 +49,4 @@ TEST_F(CommandStackTest, ReadKeepsPopRemovesClearEmpties) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(CommandStackTest, EmptyAndOverfilledStacks) {
-    EXPECT_EQ(run("junk", "POP"), "|2|0");
-    EXPECT_EQ(run("junk", "READ"), "|2|0");
-    sp = 21;
-    EXPECT_EQ(run("", "POP"), "|-1|21");
-    EXPECT_EQ(output(),
-              " R02CSO ---W- Command stack is empty.\n R02CSO ---W- Command stack is empty.\n"
-              " R02CSO ---W- Exceeded # of stack elements.\n");
-}
-
 }  // namespace

@@ -63,17 +63,6 @@ TEST_F(FileDialogue, TheReplyIsCompletedFromTheDefault) {
     EXPECT_EQ(err, 0);
 }
 
-TEST_F(FileDialogue, AReplyThatDoesNotParseCleanlyIsAskedAgain) {
-    int err = 99;
-    EXPECT_EQ(ask("A.B.C\nNEW\n", err), "NEW.DAT");
-    EXPECT_EQ(count(output(), kQuestion), 2);
-    sysinf.FileSystemType = field("FAT", 16);
-    EXPECT_EQ(ask("LONGFILENAME\n\n", err), "C:\\DATA\\OLD.DAT");  // cut to 8: err 1, asked again
-    std::string shown = output();
-    EXPECT_NE(shown.find("File name string too long"), std::string::npos);
-    EXPECT_EQ(count(shown, kQuestion), 2);
-}
-
 TEST_F(FileDialogue, OpensAFileThatExistsAndCreatesOneOnWriting) {
     std::ofstream(path("have.dat")) << "line one\n";
     std::string name = field(path("have.dat"), 128);
@@ -147,25 +136,6 @@ TEST_F(FileDialogue, GivingUpAndNoDialogueInAutoModeOrFromACommandFile) {
     const std::string shown = output();
     EXPECT_EQ(count(shown, "Current file name: \"" + missing + "\""), 2);
     EXPECT_EQ(shown.find("Give new file name"), std::string::npos);
-}
-
-TEST_F(FileDialogue, AnEmptyName) {
-    std::string name(32, ' ');
-    int result = 99;
-    Z1OPN1(7, name, "READ", "OLD", result);
-    EXPECT_EQ(result, -2);
-    EXPECT_EQ(output().rfind(" Z1OPN1 ---E- Error code: {-2}.", 0), 0u);
-    Z1OPN1(7, name, "WRITE", "OLD", result);
-    EXPECT_EQ(result, -2);
-    EXPECT_EQ(output(), " Z1OPN1 ---W- NO SUCH FILE: \"\"\n");
-    feed("\n");
-    Z1OPN1(7, name, "WRITE", "UNKNOWN", result);
-    EXPECT_EQ(result, unit::IOERR_OPEN_FAILED);
-    std::string shown = output();
-    EXPECT_EQ(shown.rfind(" Z1OPN1 ---W- NO SUCH FILE: \"\"\n              It will now be created\n"
-                          " Z1OPN1 ---E- Error code: {1002}.", 0),
-              0u);
-    EXPECT_EQ(count(shown, kGiveNew), 1);
 }
 
 }  // namespace

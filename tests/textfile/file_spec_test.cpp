@@ -124,29 +124,6 @@ TEST_F(FileSpec, NameAndExtensionApartAndTogether) {
                         " R02CFN ---W- Extension too long, truncated to \"TEX\"\n");
 }
 
-TEST_F(FileSpec, NameWithDirectoryCharactersIsRefused) {
-    std::string name(16, ' '), ext(16, ' '), word(20, ' ');
-    int err = 99;
-    R02PFN("C:CURVE", name, ext, "FAT32", err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " R02PFN ---E- Device and directory fields are not permitted in" + kIn + "C:CURVE\"\n");
-    R02PFN("[A]B", name, ext, "VMS", err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " R02PFN ---E- Directory field is not permitted in" + kIn + "[A]B\"\n");
-    R02PFN("A.B.C", name, ext, "VMS", err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " R02PFN ---E- Too many dor characters in" + kIn + "A.B.C\"\n");
-    R02CFN(word, "X\\Y", "DAT", "FAT", err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " R02CFN ---E- Device and directory fields are not  permitted in" + kIn + "X\\Y\"\n");
-    R02CFN(word, "a/b", "", "UNIX", err);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(), " R02CFN ---E- Directory fields are not  permitted in" + kIn + "a/b\"\n");
-    R02CFN(word, "A", "B", "MAC", err);
-    EXPECT_EQ(err, -10);
-    EXPECT_EQ(output(), " R02CFN ---E- Unknown file system specified: \"MAC\"\n");
-}
-
 // Fields given by hand: the status, the text composed and the messages.
 struct ComposeCase {
     const char* fs;

@@ -101,22 +101,6 @@ TEST_F(KeyedReading, TextValueIsWordTwoCutToTheField) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(KeyedReading, TextKeyWithoutValueOrTokenLeavesTheField) {
-    // A blank comment set: "!" is then an ordinary value.
-    openText("commentChars !#~\nCPUtype =\n");
-    std::string value = field("x86", 16);
-    int status = 0;
-    I05RS2(kChannel, "CPUtype", value, "!#~", status);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(value, field("x86", 16));
-    std::string chars(4, ' ');
-    I05RS2(kChannel, "commentChars", chars, " ", status);
-    EXPECT_EQ(chars, "!#~ ");
-    I05RS2(kChannel, "", chars, " ", status);
-    EXPECT_EQ(status, -1);
-    EXPECT_EQ(output(), " I05RS2 ---E- No token specified.\n");
-}
-
 TEST_F(KeyedReading, SequentialSearchGoesRoundOnce) {
     openText("alpha 1\nbeta 2\ngamma 3\n");
     nextRecord();

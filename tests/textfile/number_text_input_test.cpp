@@ -47,36 +47,6 @@ TEST_F(TextToRealTest, PlainForms) {
     EXPECT_EQ(err, 0);
 }
 
-TEST_F(TextToRealTest, SignBehindTheMantissaStartsTheExponent) {
-    int err = 0;
-    EXPECT_DOUBLE_EQ(toReal("1.5-3", err), 0.0015);
-    EXPECT_EQ(err, 0);
-    EXPECT_DOUBLE_EQ(toReal("2+2", err), 200.0);
-    EXPECT_DOUBLE_EQ(toReal("-2.5E+2", err), -250.0);
-    EXPECT_DOUBLE_EQ(toReal("1e5-3", err), 1.0);  // the mantissa read so far
-    EXPECT_EQ(err, -1);
-    toReal("1-+3", err);
-    EXPECT_EQ(err, -1);
-}
-
-TEST_F(TextToRealTest, BlanksAndControlCharactersAnywhereAreIgnored) {
-    int err = 0;
-    EXPECT_DOUBLE_EQ(toReal("1 000", err), 1000.0);
-    EXPECT_EQ(err, 0);
-    EXPECT_DOUBLE_EQ(toReal("\t- 2 .\r5\n", err), -2.5);
-    EXPECT_DOUBLE_EQ(toReal(std::string("4\0" "2", 3), err), 42.0);
-    EXPECT_EQ(toReal("", err), 0.0);
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(toReal(" \t\v\f ", err, kTalk), 0.0);
-    EXPECT_EQ(err, 2);
-    EXPECT_EQ(output(), "");
-    // Only 256 characters are read: a 1 and 299 zeros give 10^255.
-    const std::string longText = "1" + std::string(299, '0');
-    const double v = toReal(longText, err);
-    EXPECT_EQ(err, 0);
-    EXPECT_NEAR(v / 1e255, 1.0, 1e-15);
-}
-
 TEST_F(TextToRealTest, RangeOfTheExponent) {
     int err = 0;
     EXPECT_DOUBLE_EQ(toReal("1.7e308", err), 1.7e308);
@@ -206,26 +176,6 @@ TEST_F(TextToIntegerTest, RealTextsGiveTheirIntegerPart) {
     toInt("3e9", err);
     toInt("12345678901", err);
     EXPECT_EQ(output(), "");
-}
-
-TEST_F(ToleranceTest, IntegerPartForgivesAHairBelowAWholeNumber) {
-    int err = 5;
-    const double belowThree = std::nextafter(3.0, 0.0);
-    EXPECT_EQ(R02AINT(belowThree, err), 3.0);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(R02AINT(-belowThree, err), -3.0);
-    EXPECT_EQ(R02AINT(std::nextafter(1e6, 0.0), err), 1e6);
-    EXPECT_EQ(R02AINT(1e6 - 1e-9, err), 999999.0);  // a real gap stays
-    EXPECT_EQ(R02AINT(2.5, err), 2.0);
-    EXPECT_EQ(R02AINT(-2.5, err), -2.0);
-    EXPECT_EQ(R02AINT(0.0, err), 0.0);
-    EXPECT_EQ(R02AINT(1e12 + 0.5, err), 1e12);
-    EXPECT_EQ(err, 0);
-    // Beyond 0.25/eps (about 1.1e15) no integer part can be told.
-    EXPECT_EQ(R02AINT(2e15 + 2, err), 2e15 + 2);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(R02AINT(1e15 + 0.5, err), 1e15);
-    EXPECT_EQ(err, 0);
 }
 
 TEST_F(RoundTripTest, RealTextWithFifteenDigitsReadsBackWithinItsLastDigit) {

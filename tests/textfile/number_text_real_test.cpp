@@ -67,20 +67,6 @@ TEST_F(RealToTextTest, ExampleTableWithFiveDecimals) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(RealToTextTest, SignColumnAndIntegerDigits) {
-    EXPECT_EQ(text(-2.5, 1, 5, 0), "-2.50000e+000");
-    EXPECT_EQ(text(-2.5, 1, 5, 1), "-2.50000");
-    EXPECT_EQ(text(-2.5, 1, 5, -2), "-2.5");
-    // Two digits in front of the point: the exponent is E - nInt = 1 - 2.
-    EXPECT_EQ(text(3.14159265, 2, 4, 0), " 31.4159e-001");
-    // Fixed when the exponent lies within the digits, else nInt digits in front.
-    EXPECT_EQ(text(1234567, 2, 2, 1), "12.35e+5");
-    EXPECT_EQ(text(123.456, 1, 3, 1), "123.5");
-    EXPECT_EQ(text(5, 0, 3, 1), "5.00");
-    EXPECT_EQ(text(5, 0, 3, 0), " .500e+001");
-    EXPECT_EQ(text(1e-300, 1, 3, 0), " 1.000e-300");
-}
-
 TEST_F(RealToTextTest, ZeroForms) {
     EXPECT_EQ(text(0.0, 1, 3, 0), " 0.000e+000");
     EXPECT_EQ(text(0.0, 2, 3, 0), " 00.000e+000");
@@ -129,16 +115,6 @@ TEST_F(RealToTextTest, FixedLayoutOverflowFillsTheFieldWithStars) {
     // The carry of 9.9996 needs a second integer digit that nInt 1 lacks.
     EXPECT_EQ(real(9.9996, 1, 3, 2).err, -4);
     EXPECT_EQ(real(12.5, 1, 3, 3).text, "******");
-}
-
-TEST_F(RealToTextTest, SignificantDigitsLayout) {
-    EXPECT_EQ(text(3.14159, 1, 3, 3), "3.142");
-    EXPECT_EQ(text(0.05, 1, 3, 3), ".0500");  // no leading zero; the zero counts as a digit
-    EXPECT_EQ(text(0.05, 1, 3, -3), ".05");
-    EXPECT_EQ(text(0.09996, 1, 3, 3), ".1000");  // carry to E = 0 adds a digit
-    const Shown tiny = real(1e-5, 1, 3, 3);
-    EXPECT_EQ(tiny.text, "0.000");
-    EXPECT_EQ(tiny.err, -3);
 }
 
 TEST_F(RealToTextTest, RoundingThresholdAndRemainderRule) {
@@ -192,40 +168,6 @@ TEST_F(RealToTextTest, RequestChecks) {
     EXPECT_EQ(both.text, "3.141590");
     EXPECT_EQ(both.err, 10);
     EXPECT_EQ(output(), "");
-}
-
-TEST_F(RealToTextTest, MessagesOnlyWithTheSwitchOn) {
-    struct Case {
-        double v;
-        int nInt, nFrac, fmt, width;
-        std::string said;
-    };
-    const std::string space =
-        " R02R2C1 --W- Unsufficient space for mantissa field, will be adjusted...\n";
-    const Case cases[] = {
-        {1.0, 1, 3, 1, 0, " R02R2C1 --E- Zero output string length specified.\n" + kNoConversion},
-        {1.0, 0, 0, 1, 40, " R02R2C1 --E- Zero mantissa length specified.\n" + kNoConversion},
-        {1.0, 1, 3, -4, 40,
-         " R02R2C1 --W- Wrong format, must be 0, +-1, +-2, or +-3, assumed 1.\n"},
-        {1.0, -1, 3, 1, 40, " R02R2C1 --W- Negative integer field width, assumed positive.\n"},
-        {1.0, 3, -1, 1, 40, " R02R2C1 --W- Negative fractional field width, assumed positive.\n"},
-        {1.0, 1, 20, 1, 40, " R02R2C1 --W- Too many significant digits specified.\n"},
-        {1e308, 1, 5, 0, 40, " R02R2C1 --E- Exponent overflow.\n" + kNoConversion},
-        {0.0001, 1, 3, 2, 40,
-         " R02R2C1 --E- Number too small, use exponential format.\n" + kNoConversion},
-        {0.0006, 1, 3, 2, 40, ""},  // the rounding brought a digit: the text is dropped
-        {12345.0, 3, 1, 2, 40,
-         " R02R2C1 --E- Overflow, use exponential format.\n" + kNoConversion},
-        {3.14159, 1, 5, 1, 5, space},
-        {3.14159, 1, 5, 0, 3,
-         space + " R02R2C1 --E- No space for mantissa field.\n" + kNoConversion},
-    };
-    for (const Case& c : cases) {
-        real(c.v, c.nInt, c.nFrac, c.fmt, c.width, 2, kTalk);
-        EXPECT_EQ(output(), c.said);
-        for (int errIn : {0, -9, 5}) real(c.v, c.nInt, c.nFrac, c.fmt, c.width, 2, errIn);
-        EXPECT_EQ(output(), "");
-    }
 }
 
 // ---- wrappers and integers ---------------------------------------------------

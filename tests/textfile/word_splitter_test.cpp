@@ -117,15 +117,4 @@ TEST_F(WordSplitterTest, MessagesOfWarningsAndFailures) {
               " R02GEL ---E- Processing failed.\n");
 }
 
-TEST_F(WordSplitterTest, DelimitersAroundTheWord) {
-    Gel g("x.y;z");
-    g.delims = ".;";
-    std::string got;
-    for (int k = 0; k < 3; ++k) got += g.around() + "|";
-    EXPECT_EQ(got, "x. |y;.|z ;|");
-    Gel blank("a b.c");
-    blank.delims = " .";
-    EXPECT_EQ(blank.around(), "ab ");  // "b" is read and given back
-}
-
 }  // namespace
