@@ -81,6 +81,29 @@ TEST_F(LoadCheck, AParameterOutsideItsMethodsChangesNothing) {
     EXPECT_EQ(E4DataSet.iStat(row::hCondSet), 1);
 }
 
+// Each parameter that only some methods use is taken by the first and the
+// last method of its range and refused just outside it (method 0 is no method).
+TEST_F(LoadCheck, MethodRangesOfTheParametersEndWhereTheyShould) {
+    const struct {
+        const char* name;
+        const char* load;
+        int low, high;
+    } rows[] = {{"tolScl", "LOAD,,TO,2", 1, 11},        {"deviat", "LOAD,,DE,ALL,0.5", 16, 17},
+                {"hCond", "LOAD,,HC,1E6", 6, 11},        {"finDif", "LOAD,,FIN,ALL,1E-6", 1, 11},
+                {"ARGUMENT BOUND", "LOAD,,BL,ALL,-5", 12, 12}, {"temper", "LOAD,,TE,1,5,0.5", 17, 18},
+                {"NtriesT", "LOAD,,NT,5", 17, 18},      {"Tsced", "LOAD,,TS,0.5", 17, 18}};
+    for (const auto& r : rows) {
+        for (int method : {r.low - 1, r.low, r.high, r.high + 1}) {
+            if (method < 1) continue;
+            TerminalTest::SetUp();
+            const std::string out = session(kPowell + "SET,STATUS,2," + std::to_string(method) + "\n" + r.load +
+                                             "\nEXIT\nY\nY\n");
+            const bool refused = has(out, " \"" + std::string(r.name) + "\" is not used in this context");
+            EXPECT_EQ(refused, method < r.low || method > r.high) << r.name << ", method " << method << "\n" << out;
+        }
+    }
+}
+
 TEST_F(LoadCheck, ScalarsAndIntegersFromTheLine) {
     session(kPowell + "METHOD,SA-MC,100\nLOAD,,RF,1E-9\nLOAD,,TE,2.5,30,0.75\nLOAD,,MAXI,12\nEXIT\nY\nY\n");
     EXPECT_EQ(E4DataSet.rFTol, 1e-9);

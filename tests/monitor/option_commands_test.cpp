@@ -72,6 +72,30 @@ TEST_F(Commands, SetSchemesTerminationAndStatus) {
     EXPECT_EQ(E4DataSet.iStat(row::tolMultiplierSwitch), 0);
 }
 
+// What SET takes when the word that would say it is missing or is no
+// choice: the hard overall termination, the tolerance multiplier on, a step
+// of one direction vector, and the terminal for a channel (CR at the
+// question).  Each row starts from the other value.
+TEST_F(Commands, SetTakesItsDefaultsWithoutAValue) {
+    E4DataSet.direct(1) = 4.0;
+    const struct {
+        const char* lines;
+        int row;
+        int value;
+    } rows[] = {{"SET,T,O,WEAK\nSET,T,O\n", row::overallTermination, 0},
+                {"SET,T,O,WEAK\nSET,T,O,HARD\n", row::overallTermination, 0},
+                {"SET,T,M,OFF\nSET,T,M\n", row::tolMultiplierSwitch, 1},
+                {"SET,T,M,OFF\nSET,T,M,ON\n", row::tolMultiplierSwitch, 1}};
+    for (const auto& r : rows) {
+        session(std::string(r.lines) + "EXIT\n");
+        EXPECT_EQ(E4DataSet.iStat(r.row), r.value) << r.lines;
+    }
+    sysinf.dwUnit = 99;
+    session("SET,S,35,1\nSET,S,59,1\nSTEP\n\nSET,DW\n\nEXIT\n");
+    EXPECT_EQ(E4DataSet.xStart(1), 4.0);
+    EXPECT_EQ(sysinf.dwUnit, sysinf.outUnit);
+}
+
 // The monitor zeroes the status vector when it starts; the vectors stay.
 // The status elements are therefore set with SET,STATUS inside the session.
 TEST_F(Commands, ScalingNeedsTheFactorsAndIsUndone) {

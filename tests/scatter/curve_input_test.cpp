@@ -140,8 +140,9 @@ TEST_F(CurveInputTest, LostOrInventedPointsAreToldInOneLine) {
          "LOADATF --W- 2 numeric line(s) before the data, the first line 3, are read as header.", 61},
         {"curve_first_numeric.dat",
          "LOADATF --W- No header line: the first data line is taken as the header, its point is not read.", 4},
+        // s = 0, I > 0 and an error above 0 are kept: only s below 0 is dropped.
         {"curve_sas_filter.dat",
-         "LOADATF --W- 3 line(s) with s < 0, I = 0, an error of 0 or a value that is not finite are left out.", 2},
+         "LOADATF --W- 3 line(s) with s < 0, I = 0, an error of 0 or a value that is not finite are left out.", 3},
         {"curve_equal_s.dat", "LOADATF --W- 1 point(s) of nearly equal s are merged with their neighbours.", 3},
         {"curve_negative.dat",
          "VARDENE --W- 2 negative intensities, the first at s = 3.0000E-02, are taken as positive.", 5},

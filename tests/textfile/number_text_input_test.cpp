@@ -45,6 +45,12 @@ TEST_F(TextToRealTest, PlainForms) {
     EXPECT_DOUBLE_EQ(toReal("1e", err), 1.0);  // an exponent without digits is 0
     EXPECT_EQ(toReal("-0", err), 0.0);
     EXPECT_EQ(err, 0);
+    // Digits are kept while the whole number holds them (20 here) and the
+    // first one left out rounds: ...9963516 reads as the double nearest the
+    // text, as the compiler reads the literal; with the 21st digit dropped
+    // unrounded it would read one ulp lower (1.3621589977952995).
+    EXPECT_EQ(toReal("1.36215899779529963516", err), 1.36215899779529963516);
+    EXPECT_EQ(toReal("3.07025285753500953567", err), 3.07025285753500953567);
 }
 
 TEST_F(TextToRealTest, RangeOfTheExponent) {
