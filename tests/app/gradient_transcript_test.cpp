@@ -38,15 +38,6 @@ ZemokRun session(const std::string& input, const std::vector<std::string>& args 
     return run;
 }
 
-// At level 0 the procedure writes nothing; only the report shows g.
-TEST(GradientTranscript, RosenbrockAtLevelZero) {
-    ZemokRun run = session(kRosenbrock + "MESSAGE,0\nEVALUATE,GRADIENT\nREPORT,TERMINAL,G\nEXIT\nY\nY\n");
-    EXPECT_EQ(between(run.out, " Add a constant to the function .................. < 0.0 >: ", "\n CPU time used:"),
-              " ZEMOK:  ZEMOK:  ZEMOK: " + kReportOfG)
-        << run.out;
-    EXPECT_NE(run.out.find("\n                1 gradient evaluations,\n"), std::string::npos);
-}
-
 double rosenbrock(double a, double b) { return (1.0 - a) * (1.0 - a) + (10.0 * (b - a * a)) * (10.0 * (b - a * a)); }
 
 // Level 5 with FrlErr loaded as 1e-15, so no noise estimate runs: FERROR =

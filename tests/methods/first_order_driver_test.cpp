@@ -55,44 +55,6 @@ TEST_F(FirstOrder, StationaryStartEndsBeforeAnyLinearSearch) {
     EXPECT_EQ(head->nge, nge + 1);
 }
 
-// Problem 7 (a quadratic of two variables) with BFGS.  In weak mode the
-// first test that fires ends the call, and CONTINUE takes up the very next
-// test of the same iteration: after the function test (3) the argument
-// test, with no new point, so the call shows next either its stop 4 or the
-// gradient of the point; after the argument test (4) the gradient; after
-// the gradient test (5) the update, or a limit.  In hard mode a single test
-// does not stop the run: the run that weak mode stops at iteration 2 goes
-// on to the iteration limit 6 of problem 7.
-TEST_F(FirstOrder, WeakModeResumesAtTheNextTest) {
-    select(7);
-    E4DataSet.iStat(row::overallTermination) = 0;
-    EXPECT_EQ(call(7), 7);
-    EXPECT_EQ(iterations(), 6);
-    fresh();
-    select(7);
-    E4DataSet.iStat(row::overallTermination) = 1;
-    E4DataSet.iStat(row::methodDone) = 7;
-    int flag = call(7);
-    EXPECT_EQ(flag, 5);
-    EXPECT_EQ(iterations(), 2);
-    std::vector<int> seen;
-    while (flag >= 3 && flag <= 5) {
-        const int itr = iterations();
-        seen.push_back(flag);
-        trace.seen.clear();
-        const int before = flag;
-        flag = call(7, flag, true);
-        const TraceRecord& r = trace.seen.front().r;
-        const int next = r.code == Finished ? r.count[0] : 0;
-        const bool nextTest = before == 3   ? r.code == Gradient || next == 4
-                              : before == 4 ? r.code == Gradient
-                                            : r.code == DxDg || next == 7 || next == 8;
-        EXPECT_TRUE(nextTest) << before << " then " << r.code;
-        EXPECT_TRUE(r.code == DxDg || iterations() == itr);
-    }
-    EXPECT_NE(std::find(seen.begin(), seen.end(), 3), seen.end());
-}
-
 // The first step of the first iteration, along -g = (0.1726, -0.2097) of
 // problem 7 at (0, 0) with xStep = (0.1, 0.1): the largest multiple within
 // the steps, min(0.1 / 0.1726, 0.1 / 0.2097); its bound 1000 times that,

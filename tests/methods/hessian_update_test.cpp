@@ -30,40 +30,6 @@ protected:
     }
 };
 
-// eta and psi by method, with s = (1, 0).  B = I: <s,Bs> = 1, <s,y> = y1,
-// <y,Hy> = y1^2 + y2^2.  Oren-Luenberger: psi = -<s,y>^2 / (<y,Hy><s,Bs> -
-// <s,y>^2), which for B = diag(1, -1) and y = (sqrt 1.7, 1) is 1.7 and for
-// B = I and y = (sqrt 0.3, 1) is -0.3: clamped to 1 and 0.  Oren-Spedicato
-// with B = diag(4, 1), y = (2, 3): <s,Bs> = 4, <s,y> = 2, <y,Hy> = 1 + 9,
-// eta = sqrt(10 / 4), t = 10 * 4 / 2 = 20, psi = 1 / (sqrt 20 + 1).
-TEST_F(Hessian, MultipliersOfTheFamily) {
-    struct Case {
-        int method;
-        double b1, b2, y1, y2, eta, psi;
-    } const cases[] = {
-        {6, 1, 1, 2, 1, 1, 1},
-        {7, 1, 1, 2, 1, 1, 0},
-        {9, 1, 1, 1, 1, 1, 0},  // <s,Bs> = <s,y>: not strictly less, BFGS
-        {9, 1, 1, 2, 1, 1, 1},
-        {10, 1, -1, std::sqrt(1.7), 1, std::sqrt(1.7), 1},
-        {10, 1, 1, std::sqrt(0.3), 1, std::sqrt(0.3), 0},
-        {11, 4, 1, 2, 3, std::sqrt(2.5), 1 / (std::sqrt(20.0) + 1)},
-    };
-    for (const Case& c : cases) {
-        set(2, {c.b1, 0, 0, c.b2}, {1, 1}, {1, 0}, {c.y1, c.y2});
-        E4DataSet.iStat(row::methodRunning) = c.method;
-        spectrum();
-        trace.seen.clear();
-        int flag = -1;
-        E4HES1(c.y1, flag);
-        EXPECT_EQ(flag, 0) << c.method;
-        std::vector<TraceRecord> m = trace.withCode(Multipliers);
-        ASSERT_EQ(m.size(), 1u) << c.method;
-        EXPECT_NEAR(m[0].real[0], c.eta, 1e-15) << c.method;
-        EXPECT_NEAR(m[0].real[1], c.psi, 1e-15) << c.method;
-    }
-}
-
 // BFGS against B - Bs(Bs)'/<s,Bs> + yy'/<s,y>, computed here over the free
 // variables 1 and 3; the fixed row and column stay as they were.
 TEST_F(Hessian, BfgsUpdateMatchesTheTextbookFormula) {

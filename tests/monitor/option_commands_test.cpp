@@ -30,21 +30,6 @@ TEST_F(Commands, MethodWordsSelectTheirRows) {
     }
 }
 
-TEST_F(Commands, MethodWithoutAWordOffersBfgsAndCrTakesIt) {
-    std::string out = session("METHOD\n\nEXIT\n");
-    EXPECT_EQ(out, kPrompt + " What is the method of minimization? ......... < B-F-G-S >: " +
-                       kPrompt);
-    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 7);
-}
-
-TEST_F(Commands, MonteCarloTakesTriesAndDeviate) {
-    session("METHOD,MONTE-CARLO,500,0.1\nEXIT\n");
-    EXPECT_EQ(E4DataSet.iStat(row::methodRunning), 16);
-    EXPECT_EQ(E4DataSet.iStat(row::maxNFE), 500);
-    EXPECT_EQ(E4DataSet.iStat(row::deviatSet), 1);
-    for (int i = 1; i <= 128; ++i) EXPECT_EQ(E4DataSet.deviat(i), 0.1) << i;
-}
-
 TEST_F(Commands, MessageLevelAndTerminalStopping) {
     session("MESSAGE,5\nEXIT\n");
     EXPECT_EQ(E4DataSet.iStat(row::messageLevel), 5);

@@ -34,19 +34,6 @@ protected:
     std::ostringstream out_;
 };
 
-TEST_F(CpuTimersTest, TimerNumbersBeyond99AreRefused) {
-    EXPECT_EQ(Z02ECPU(100), 0.0);
-    EXPECT_EQ(Z02ECPU(-100), 0.0);
-    EXPECT_EQ(output(),
-              " Z02ECPU --E- Timer number exceeds 99.\n"
-              " Z02ECPU --E- Timer number exceeds 99.\n");
-    // 99 and -99 are timers like any other.
-    EXPECT_EQ(Z02ECPU(-99), 0.0);
-    fakeNow = 14.0;
-    EXPECT_EQ(Z02ECPU(99), 4.0);
-    EXPECT_EQ(output(), "");
-}
-
 TEST_F(CpuTimersTest, FirstReadStartsTheTimerAndLaterReadsGiveTheTime) {
     EXPECT_EQ(Z02ECPU(5), 0.0);
     fakeNow = 12.5;

@@ -42,34 +42,6 @@ TEST_F(SpecialFunctions, FactorialEdges) {
     EXPECT_EQ(output(), " S03FACT --E- Factorial overflows for [ 171! ]\n");
 }
 
-TEST_F(SpecialFunctions, BinomialEdges) {
-    int err = 99;
-    EXPECT_EQ(S03NOC(0, 0, err), 1.0);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(S03NOC(7, 0, err), 1.0);
-    EXPECT_EQ(S03NOC(7, 7, err), 1.0);
-    EXPECT_EQ(S03NOC(7, 1, err), 7.0);
-    EXPECT_EQ(S03NOC(7, 6, err), 7.0);
-    EXPECT_EQ(output(), "");
-    EXPECT_EQ(S03NOC(5, 6, err), 0.0);
-    EXPECT_EQ(err, -1);
-    EXPECT_EQ(output(),
-              " S03NOC ---E- For C(m,n) must be  m >= n, m > 0, n > 0:\n"
-              "              m = 5, n = 6\n");
-    EXPECT_EQ(S03NOC(-1, -2, err), 0.0);
-    EXPECT_EQ(err, -1);
-    EXPECT_NE(output().find("              m = -1, n = -2\n"), std::string::npos);
-    // 137846528820 is beyond the largest int32: the value stands, err -2, silent.
-    EXPECT_NEAR(S03NOC(40, 20, err), 137846528820.0, 1e-4);
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), "");
-    // C(1029, 514) = 1.4e308 is a number, but the last step's reciprocal
-    // (514/515)/C(1029, 513) = 1.4e-308 is below rMin: refused as an overflow.
-    EXPECT_EQ(S03NOC(1029, 514, err), std::numeric_limits<double>::max());
-    EXPECT_EQ(err, -3);
-    EXPECT_EQ(output(), " S03NOC --E- Float-point overflow for C(1029,514)\n");
-}
-
 // ----- ln(1 + x) and Stirling's correction ---------------------------------------
 
 // ----- Gamma ---------------------------------------------------------------------
@@ -121,31 +93,6 @@ TEST_F(SpecialFunctions, GammaWarnsNextToANegativeInteger) {
     S14GAM(-2.5, err);
     EXPECT_EQ(err, 0);
     EXPECT_EQ(output(), "");
-}
-
-TEST_F(SpecialFunctions, CodysGammaRefusals) {
-    int err = 99;
-    EXPECT_NEAR(S14GAM2(5.0, err), 24.0, 24.0 * 4e-16);
-    EXPECT_EQ(err, 0);
-    EXPECT_EQ(S14GAM2(0.0, err), kBig);
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), " S14GAM2 --E- Arg. is too close to zero or neg. integer: 0.0\n");
-    EXPECT_EQ(S14GAM2(-4.0, err), kBig);
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), " S14GAM2 --E- Arg. is too close to zero or neg. integer: -4.000\n");
-    EXPECT_EQ(S14GAM2(1e-310, err), kBig);
-    EXPECT_EQ(err, -3);
-    EXPECT_EQ(output(), " S14GAM2 --E- Arg. is too close to zero: 0.0\n");
-    EXPECT_EQ(S14GAM2(172.0, err), kBig);
-    EXPECT_EQ(err, -4);
-    EXPECT_EQ(output(), " S14GAM2 --E- Arg. is too large in magnitude: 172.0\n");
-    // The reflection of -200.5 needs Gamma(201.5).
-    EXPECT_EQ(S14GAM2(-200.5, err), kBig);
-    EXPECT_EQ(err, -4);
-    EXPECT_EQ(output(), " S14GAM2 --E- Arg. is too large in magnitude: -200.5\n");
-    // Below eps Gamma(x) is 1/x.
-    EXPECT_EQ(S14GAM2(1e-20, err), 1e20);
-    EXPECT_EQ(err, 0);
 }
 
 // ----- ln |Gamma| and ln Beta ------------------------------------------------------

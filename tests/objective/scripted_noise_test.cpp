@@ -399,31 +399,4 @@ TEST_F(ScriptedNoise, KnownNoiseIsFoundWithinAFactorOfThree) {
     noiseSize = 0.0;
 }
 
-// The constant function at message level 1: C stays 0, so the step grows
-// by 11 until 30 evaluations are spent; the 31st gives up the search, the
-// table of equal values has a zero second column, and the fallback
-// sqrt(nVar)*eps*A with nVar 1 and A 1 is taken and the table listed.
-TEST_F(ScriptedNoise, ConstantFunctionTakesTheFallback) {
-    choose(14);
-    E4DataSet.iStat(row::messageLevel) = 1;
-    out.str("");
-    ASSERT_EQ(E4DataSet.nVar(), 1);
-    EXPECT_EQ(estimate(), 1);
-    EXPECT_EQ(E4DataSet.FrlErr, X02RMDC(2));
-    EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1 + 31 + 12);
-    const std::string text = out.str();
-    auto count = [&text](const std::string& what) {
-        int n = 0;
-        for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
-        return n;
-    };
-    EXPECT_EQ(count("Step length correction..."), 30);
-    EXPECT_NE(text.find(" E4ERR1 --- RELSTP =   11.0000     .NE. RLSNEW =   1.00000    \n"), std::string::npos);
-    EXPECT_EQ(count(" E4ERR1 -E- NO ACCEPTABLE ARGUMENT STEP FOUND\n"), 1);
-    EXPECT_EQ(count(" E4ERR1 -W- Zero norm of 2-th column of differences table.\n"), 1);
-    EXPECT_EQ(count("\n  0.0      0.0    \n"), 13);  // rows 1..13 hold two zeros
-    EXPECT_TRUE(text.ends_with("  0.0    \n            Quadratic estimation of initial argument step which\n"
-                               "            may be used by any local search routine is:\n  0.100000    \n\n"));
-}
-
 }  // namespace

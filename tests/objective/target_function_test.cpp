@@ -78,21 +78,6 @@ TEST_F(TargetFunction, ConstantIsAskedOnceAndAddedOnlyInInteractiveMode) {
     EXPECT_DOUBLE_EQ(select(7), -0.9322);  // a new problem in auto mode drops it
 }
 
-TEST_F(TargetFunction, RosenbrockAsksAgainForAScaleThatIsNoNumber) {
-    select(1, "6\nC\nabc\n2\n0\n", 0);
-    std::string text = output();
-    EXPECT_EQ(occurrences(text, "Enter scaling factor"), 2);
-    EXPECT_DOUBLE_EQ(x(3), 0.44 * 2);
-    EXPECT_NE(text.find(" 6-dimensional Rosenbrock function\n"), std::string::npos);
-    EXPECT_LT(text.find("Rosenbrock function\n"), text.find("What is the modification?"));
-    EXPECT_NE(text.find(" 6-dimensional classical Rosenbrock function\n"), std::string::npos);
-
-    E4DataSet.iStat(row::functionEvaluations) = 0;
-    select(1, "R\n1e-11\n0\n", 0);  // below 1e-10: taken as 1
-    EXPECT_DOUBLE_EQ(x(3), 0.44);
-    EXPECT_NE(output().find(" 6-dimensional Rosenbrock, R-Ze modification\n"), std::string::npos);
-}
-
 TEST_F(TargetFunction, SquaredProblemIsLoadedFromTheTerminal) {
     // A = [2 1; 1 3], minimum 5 at z = (1, 2): f(0) = 5 + z'Az / 2 = 5 + 18 / 2.
     EXPECT_DOUBLE_EQ(select(8, "2\n2 1\n3\nY\n5\n1 2\n0\n", 0), 14.0);

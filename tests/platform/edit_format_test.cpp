@@ -203,12 +203,6 @@ TEST(FormatNumbers, FieldsTooNarrowAndLoneZero) {
     EXPECT_EQ(fmt("(I12)", {-9876543210LL}), " -9876543210");
 }
 
-TEST(FormatErrors, MalformedFormatsThrow) {
-    for (const char* f : {"I5", "(I5", "(F5)", "(Q3)", "(I0)", "(0I3)", "(2(I3)", "('abc)", "(I3,)", "(A0)",
-                          "(I3)x", "(+2X)", "(E10.3E2)", "(T0)"})
-        EXPECT_THROW(formatRecords(f, {1}), std::logic_error) << f;
-}
-
 TEST(ExactDigits, RoundingTiesToEvenAndCarries) {
     using editing::Decimal;
     EXPECT_EQ(editing::roundDigits(Decimal{"125", 0}, 2).digits, "12");

@@ -47,33 +47,6 @@ bool wellFormedXml(const std::string& path) {
     return std::system(cmd.c_str()) == 0;
 }
 
-TEST_F(SvgCanvasTest, WindowOpensOnlyOnUserAndKeepsItsConfiguration) {
-    EXPECT_FALSE(canvas::openWindow(15, "graph.txt"));
-    EXPECT_FALSE(canvas::windowOpen());
-    ASSERT_TRUE(canvas::openWindow(15, "USER"));
-    canvas::WindowConfig cfg;
-    cfg.pixelsX = canvas::kFrameWidth + 1;
-    EXPECT_FALSE(canvas::setWindowConfig(15, cfg));
-    EXPECT_FALSE(canvas::setWindowConfig(14, canvas::WindowConfig{}));
-    cfg.pixelsX = 640;
-    cfg.pixelsY = 480;
-    cfg.title = "Graphics Window";
-    ASSERT_TRUE(canvas::setWindowConfig(15, cfg));
-    canvas::WindowConfig got;
-    ASSERT_TRUE(canvas::getWindowConfig(15, got));
-    EXPECT_EQ(got.pixelsX, 640);
-    EXPECT_EQ(got.pixelsY, 480);
-    EXPECT_EQ(got.textCols, 80);  // 640 / 8 before a font is chosen
-    EXPECT_EQ(got.textRows, 30);  // 480 / 16
-    EXPECT_EQ(got.colours, 16);
-    EXPECT_EQ(got.title, "Graphics Window");
-    EXPECT_TRUE(canvas::setWindowPlace(15, 70, 20));
-    int col = 0, row = 0;
-    canvas::windowPlace(col, row);
-    EXPECT_EQ(col, 70);
-    EXPECT_EQ(row, 20);
-}
-
 TEST_F(SvgCanvasTest, WorldCoordinatesRunUpwardsOnTheViewport) {
     openSmallWindow();
     canvas::setViewport(100, 50, 300, 250);

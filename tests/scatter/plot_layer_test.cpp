@@ -86,34 +86,6 @@ std::string readFile(const std::string& path) {
     return s.str();
 }
 
-TEST_F(PlotLayerTest, AxesShowTheScaleExponentOnlyAboveTwo) {
-    OpenGraphics("", "");
-    SetWorld(0.05, 0.05, 0.85, 0.85, 0, 0.0, 5000.0, 0.0, 500.0);
-    DrawAxes("S", 0.0, 0.0, -1, " log I", 0.0, 0.0, -1);
-    std::string doc = canvas::svgDocument();
-    EXPECT_EQ(count(doc, ">S*E3</text>"), 1);
-    EXPECT_EQ(count(doc, ">log I</text>"), 1);
-    EXPECT_EQ(count(doc, "*E2"), 0);
-    // x labels in thousands, F4.1; y labels 0 to 500 by 100, F6.1.
-    for (const char* label : {">0.0<", ">1.0<", ">5.0<", ">100.0<", ">500.0<"}) {
-        EXPECT_NE(doc.find(label), std::string::npos) << label;
-    }
-    EXPECT_EQ(doc.find(">6.0<"), std::string::npos);
-    // Axis lines, and a tick of ch/2 = 6 pixels into the box at each tick:
-    // six on x, six on y.
-    std::regex tick("points=\"([0-9.]+),([0-9.]+) ([0-9.]+),([0-9.]+)\"");
-    int upTicks = 0, rightTicks = 0;
-    for (auto it = std::sregex_iterator(doc.begin(), doc.end(), tick); it != std::sregex_iterator();
-         ++it) {
-        double ax = std::stod((*it)[1]), ay = std::stod((*it)[2]);
-        double bx = std::stod((*it)[3]), by = std::stod((*it)[4]);
-        if (ax == bx && ay - by == 6.0) ++upTicks;
-        if (ay == by && bx - ax == 6.0) ++rightTicks;
-    }
-    EXPECT_EQ(upTicks, 6);
-    EXPECT_EQ(rightTicks, 6);
-}
-
 TEST_F(PlotLayerTest, PictureOfAFitHoldsEveryCurveAndLegend) {
     const int n = 5;
     const double s[n] = {0.01, 0.02, 0.03, 0.04, 0.05};

@@ -135,27 +135,4 @@ TEST_F(ArrayLoaders, ScalarsAndTheIntegerTwin) {
                         " Value of maxITR? < 40 > " + std::string(33, '.') + ": ");
 }
 
-TEST_F(ArrayLoaders, OneIntegerFromTheWordOrTheQuestion) {
-    int nVar = 0, changed = 0, status = 9;
-    I5LIN1(nVar, "nVar", " ", "total number of problem variables", "12", "SEQ", 5, "", 0, changed, status);
-    EXPECT_EQ(nVar, 12);
-    EXPECT_EQ(changed, 1);
-    EXPECT_EQ(status, 0);
-    nVar = 0;
-    changed = 0;
-    feed("7\n");
-    I5LIN1(nVar, "nVar", " ", "total number of problem variables", "ALL", "SEQ", 5, "", 0, changed, status);
-    EXPECT_EQ(nVar, 7);
-    EXPECT_EQ(changed, 1);
-    EXPECT_EQ(output(), " Enter total number of problem variables " + std::string(17, '.') + ": ");
-    I5LIN1(nVar, "nVar", " ", "total number of problem variables", "many", "SEQ", 5, "", 1, changed, status);
-    EXPECT_EQ(status, 1);
-    EXPECT_EQ(nVar, 7);
-    changed = 0;
-    I5LIN1(nVar, "nVar", " ", "total number of problem variables", "many", "SEQ", 5, "", 0, changed, status);
-    EXPECT_EQ(status, 0);  // interactive: the old value stands
-    EXPECT_EQ(changed, 1);
-    EXPECT_EQ(output(), "");
-}
-
 }  // namespace

@@ -42,20 +42,6 @@ TEST_F(LineSplittersTest, MonitorCommandLines) {
               " R02GEL ---E- No left word for linking.\n R02CLS ---E- A fatal error encountered.\n");
 }
 
-TEST_F(LineSplittersTest, WordNumbersWidthsAndDelimiters) {
-    std::array<std::string, 3> w{field("old", 8), field("old", 8), field("old", 8)};
-    R02CLS("A B C", w.data(), 3, 2, " ", "", status);
-    EXPECT_EQ(w[0] + w[1] + w[2], field("old", 8) + field("B", 8) + field("C", 8));
-    R02CLS("A=B", w.data(), 2, 1, " =", "", status);  // "=" delimits, so it does not link
-    EXPECT_EQ(w[0] + w[1], field("A", 8) + field("B", 8));
-    R02CLS("A B", w.data(), 2, 3, " ", "", status);
-    EXPECT_EQ(status, -11);
-    w[1].clear();
-    R02CLS("A B", w.data(), 3, 1, " ", "", status);
-    EXPECT_EQ(status, -12);
-    EXPECT_EQ(output(), " R02CLS ---E- Exceeded max. number of words.\n R02CLS ---E- Zero word length dimensioned.\n");
-}
-
 TEST_F(LineSplittersTest, NameAndValue) {
     std::string w1(8, '?'), w2(8, '?'), none;
     int count = 0;

@@ -156,34 +156,6 @@ TEST_F(TextToIntegerTest, WhatIsNotANumber) {
     EXPECT_EQ(output(), " R02C2I1 --E- Not a number: \"1.2.3\".\n");
 }
 
-TEST_F(TextToIntegerTest, RealTextsGiveTheirIntegerPart) {
-    int err = 0;
-    EXPECT_EQ(toInt("12.0", err, kTalk), 12);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(output(), "");
-    EXPECT_EQ(toInt("1e5", err), 100000);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(toInt("-2.5D3", err), -2500);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(toInt("1.5", err, kTalk), 1);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(output(), " R02C2I1 --W- Not an integer number: \"1.5\".\n");
-    EXPECT_EQ(toInt("-1.5", err), -1);
-    EXPECT_EQ(err, 1);
-    EXPECT_EQ(toInt("3e9", err, kTalk), 0);
-    EXPECT_EQ(err, -2);
-    EXPECT_EQ(output(), " R02C2I1 --E- Integer overflow at \"3e9\".\n");
-    EXPECT_EQ(toInt("0.5", err, kTalk), 0);
-    EXPECT_EQ(err, -4);
-    EXPECT_EQ(output(),
-              " R02C2I1 --W- Not an integer number: \"0.5\".\n"
-              " R02C2I1 --E- Not an integer number: \"0.5\".\n");
-    toInt("0.5", err);
-    toInt("3e9", err);
-    toInt("12345678901", err);
-    EXPECT_EQ(output(), "");
-}
-
 TEST_F(RoundTripTest, RealTextWithFifteenDigitsReadsBackWithinItsLastDigit) {
     std::mt19937_64 gen(20240611);
     std::uniform_real_distribution<double> mantissa(1.0, 10.0);

@@ -128,48 +128,6 @@ TEST_F(RealToTextTest, RoundingThresholdAndRemainderRule) {
     EXPECT_EQ(text(1.2345678, 1, 6, 1, 40, 1), "1.234568");  // seven: 0.8 rounds
 }
 
-TEST_F(RealToTextTest, LimitsOfTheTwoPrecisions) {
-    EXPECT_EQ(text(1.5e-20, 1, 3, 0, 40, 1), " 1.500e-20");  // exponent width 2
-    // 10^38 has a decimal exponent 39, beyond the single-precision limit 38.
-    const Shown big = real(1e38, 1, 3, 0, 40, 1);
-    EXPECT_EQ(big.text, "**********");
-    EXPECT_EQ(big.err, -4);
-    const Shown huge = real(-1e308, 1, 5, 0);
-    EXPECT_EQ(huge.text, "-************");
-    EXPECT_EQ(huge.err, -4);
-    // Too many digits: the surplus comes off nFrac (type 1 keeps 7 digits).
-    const Shown cut = real(2.5, 1, 9, 1, 40, 1);
-    EXPECT_EQ(cut.text, "2.500000");
-    EXPECT_EQ(cut.err, 2);
-    const Shown wide = real(0.5, 1, 20, 1);
-    EXPECT_EQ(wide.text, "0.5000000000000000");
-    EXPECT_EQ(wide.err, 2);
-    // Layout 2 cuts nInt and nFrac to S without a word.
-    const Shown fixed = real(0.5, 1, 20, 2);
-    EXPECT_EQ(fixed.text, "0.5000000000000000");
-    EXPECT_EQ(fixed.err, 0);
-}
-
-TEST_F(RealToTextTest, RequestChecks) {
-    const Shown noField = real(1.0, 1, 3, 1, 0);
-    EXPECT_EQ(noField.err, -2);
-    EXPECT_EQ(noField.len, 0);
-    const Shown noDigits = real(1.0, 0, 0, 1);
-    EXPECT_EQ(noDigits.err, -1);
-    EXPECT_EQ(noDigits.text, "");
-    EXPECT_EQ(real(1.0, 2, -3, 1).err, -1);  // the sum is checked before the signs
-    const Shown layout = real(123.456, 1, 3, 7);
-    EXPECT_EQ(layout.text, "123.5");
-    EXPECT_EQ(layout.err, 1);
-    const Shown mirrored = real(123.456, -1, 3, 1);
-    EXPECT_EQ(mirrored.text, "123.5");
-    EXPECT_EQ(mirrored.err, 10);
-    const Shown both = real(3.14159, 4, -3, -5);  // layout 1, nFrac 3: seven digits
-    EXPECT_EQ(both.text, "3.141590");
-    EXPECT_EQ(both.err, 10);
-    EXPECT_EQ(output(), "");
-}
-
 // ---- wrappers and integers ---------------------------------------------------
 
 TEST_F(RealToTextTest, IntegersToText) {

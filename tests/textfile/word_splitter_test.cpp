@@ -75,21 +75,6 @@ TEST_F(WordSplitterTest, WordsOfLines) {
     EXPECT_EQ(emptyList.all(), "A,B/0|C/1|");
 }
 
-TEST_F(WordSplitterTest, NumberedAndLastWords) {
-    Gel g("A B C");
-    EXPECT_EQ(g.show(2), "B/0 at 3");
-    EXPECT_EQ(g.show(3), "C/1 at 5");
-    EXPECT_EQ(g.show(4), "/-1 at 0");
-    EXPECT_EQ(g.show(0), "C/1 at 5");
-    EXPECT_EQ(g.count, 3);
-    EXPECT_EQ(Gel("A,,B").show(2), "/0 at 0");  // the skipped word does not stay behind
-    EXPECT_EQ(Gel("A,").show(0), "/1 at 0");
-    Gel empty("");
-    empty.call(1);
-    EXPECT_EQ(empty.status, -1);
-    EXPECT_EQ(empty.count, 0);
-}
-
 TEST_F(WordSplitterTest, MessagesOfWarningsAndFailures) {
     Gel cut(std::string(40, 'X'));
     EXPECT_EQ(cut.all(), std::string(32, 'X') + "/3|");
