@@ -1,5 +1,6 @@
 // The console layer: the layout of a prompt, reading a reply with comments
 // and defaults, the message writers and the channel convention.
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "core/console_layer.h"
 #include "monitor/monitor.h"
@@ -14,47 +15,45 @@
 
 namespace {
 
-class Console : public ::testing::Test {
+class Console : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
     }
     void TearDown() override { unit::resetUnits(); }
     void type(const std::string& text) {
-        in.str(text);
-        in.clear();
+        in_.str(text);
+        in_.clear();
     }
-    std::istringstream in;
-    std::ostringstream out;
 };
 
 TEST_F(Console, PromptIsDottedUpToTheCursorColumn) {
     I05ASK("Enter the format code", 60);
     // 1 blank, the text, a blank, dots up to column 58, ": " in 59 and 60.
     std::string expected = " Enter the format code " + std::string(35, '.') + ": ";
-    EXPECT_EQ(out.str(), expected);
-    EXPECT_EQ(out.str().find(':'), 58u);  // the colon stands in column 59
+    EXPECT_EQ(out_.str(), expected);
+    EXPECT_EQ(out_.str().find(':'), 58u);  // the colon stands in column 59
 }
 
 TEST_F(Console, PromptLongerThanTheCursorIsNotDotted) {
     std::string text(65, 'x');
     I05ASK(text, 60);
-    EXPECT_EQ(out.str(), " " + text + ": ");
-    out.str("");
+    EXPECT_EQ(out_.str(), " " + text + ": ");
+    out_.str("");
     I05ASK("ZEMOK", 0);
-    EXPECT_EQ(out.str(), " ZEMOK: ");
-    out.str("");
+    EXPECT_EQ(out_.str(), " ZEMOK: ");
+    out_.str("");
     I05ASK("", 3);  // nothing to show and no room for dots
-    EXPECT_EQ(out.str(), " : ");
+    EXPECT_EQ(out_.str(), " : ");
 }
 
 TEST_F(Console, PromptOneShortOfTheDotsGetsOnlyTheBlank) {
     I05ASK("abcdef", 10);  // L + 4 = C: a blank, no dots
-    EXPECT_EQ(out.str(), " abcdef : ");
-    out.str("");
+    EXPECT_EQ(out_.str(), " abcdef : ");
+    out_.str("");
     I05ASK("abcdefg", 10);  // L + 3 = C: nothing added
-    EXPECT_EQ(out.str(), " abcdefg: ");
+    EXPECT_EQ(out_.str(), " abcdefg: ");
 }
 
 TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
@@ -64,7 +63,7 @@ TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
         " I05ASK ---E- \"screenW\" from  @sysinf.fi  not defined!\n"
         "              Don't forget to include  @sysinf.fd  in the main program!\n"
         " Q " + std::string(54, '.') + ": ";
-    EXPECT_EQ(out.str(), expected);
+    EXPECT_EQ(out_.str(), expected);
 }
 
 TEST_F(Console, ReplyIsCutAtItsFirstCommentCharacter) {
@@ -104,18 +103,18 @@ TEST(ConsoleDeath, ZeroInputChannelStopsTheProgram) {
 
 TEST_F(Console, MonitorMessagesGoToTheDataChannelAndTheTerminal) {
     E04MES("   ");
-    EXPECT_EQ(out.str(), "");
+    EXPECT_EQ(out_.str(), "");
     E04MES(std::string(100, 'm'));
-    EXPECT_EQ(out.str(), " " + std::string(79, 'm') + "\n");
-    out.str("");
+    EXPECT_EQ(out_.str(), " " + std::string(79, 'm') + "\n");
+    out_.str("");
     std::string file = freshFolder("e04mes") + "/messages.txt";
     unit::open(7, file, {unit::Status::Replace});
     sysinf.dwUnit = 7;
     E04MES("to file");
-    EXPECT_EQ(out.str(), " to file\n");  // interactive: also on the terminal
+    EXPECT_EQ(out_.str(), " to file\n");  // interactive: also on the terminal
     sysinf.MODEE4 = 1;
     E04MES("auto");
-    EXPECT_EQ(out.str(), " to file\n");
+    EXPECT_EQ(out_.str(), " to file\n");
     unit::close(7);
     std::ifstream back(file);
     std::stringstream s;
@@ -127,17 +126,17 @@ TEST_F(Console, MonitorMessagesGoToTheDataChannelAndTheTerminal) {
 TEST_F(Console, ErrorLineAndPlainLines) {
     I05ERR("I05RSL", unit::IOERR_READ);
     I05ERR("I05FCBD1", unit::IOERR_READ);
-    EXPECT_EQ(out.str(),
+    EXPECT_EQ(out_.str(),
               " I05RSL ---E- Error code: {1005}. read error\n"
               " I05FCBD1 -E- Error code: {1005}. read error\n");
-    out.str("");
+    out_.str("");
     int status = -1;
     I05LINE(0, "", status);
     EXPECT_EQ(status, 0);
     I05LINE(6, "text  ", status);
     I05MES("");
     I05MES("mes");
-    EXPECT_EQ(out.str(), " text\n\n mes\n");
+    EXPECT_EQ(out_.str(), " text\n\n mes\n");
     EXPECT_EQ(writerChannel(-3), 6);
     EXPECT_EQ(writerChannel(5), 6);
     EXPECT_EQ(writerChannel(7), 7);

@@ -1,5 +1,6 @@
 // Tests of the machine constants: both tables against the IEEE values and
 // std::numeric_limits, the probes, wrong codes and the first-call storage.
+#include "support/terminal_test.h"
 #include "core/machine_constants.h"
 
 #include "platform/units.h"
@@ -12,20 +13,13 @@
 
 namespace {
 
-class MachineConstantsTest : public ::testing::Test {
+class MachineConstantsTest : public TerminalTest {
 protected:
     void SetUp() override {
-        unit::resetUnits();
+        TerminalTest::SetUp();
         resetMachineConstants();
-        unit::setTerminal(nullptr, &out_);
     }
     void TearDown() override { unit::resetUnits(); }
-    std::string output() {
-        std::string s = out_.str();
-        out_.str("");
-        return s;
-    }
-    std::ostringstream out_;
 };
 
 // Powers of two written as such, so that no limit is typed in by hand.

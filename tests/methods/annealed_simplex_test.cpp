@@ -1,6 +1,7 @@
 // The annealed simplex on Rosenbrock's function: at temperature 0 the path
 // of the plain downhill simplex, and the share of the evaluation budget
 // over the temperatures.
+#include "support/terminal_test.h"
 #include "methods/annealed_simplex.h"
 #include "core/module_resets.h"
 #include "core/sysinf.h"
@@ -46,12 +47,12 @@ struct Recorder : SearchTrace {
     }
 };
 
-class AnnealedSimplex : public ::testing::Test {
+class AnnealedSimplex : public TerminalTest {
 protected:
     // Rosenbrock's function (problem 1) from (-1, 0.8).
     void run(double temperature, int budget, double fTol, double step = 0.5) {
         resetProgramState();
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         sysinf.MODEE4 = 1;  // the test problem takes its defaults
         recorder = Recorder{};
         setTraceObserver(&recorder);
@@ -72,8 +73,6 @@ protected:
         setTraceObserver(nullptr);
         unit::resetUnits();
     }
-    std::istringstream in;
-    std::ostringstream out;
     Recorder recorder;
 };
 

@@ -2,6 +2,7 @@
 // search on a line, the
 // edge cases of the iteration, and the driver on Rosenbrock's function with
 // a bound that excludes its minimum.
+#include "support/terminal_test.h"
 #include "core/e4dataset.h"
 #include "core/module_resets.h"
 #include "core/sysinf.h"
@@ -40,7 +41,7 @@ public:
     std::vector<TraceRecord> rows;
 };
 
-class Bounded : public ::testing::Test {
+class Bounded : public TerminalTest {
 protected:
     void SetUp() override {
         freshState();
@@ -48,7 +49,7 @@ protected:
     }
     void freshState() {
         resetProgramState();
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         sysinf.MODEE4 = 1;
         E4DataSet.iStat(row::maxITR) = 100;
         points.clear();
@@ -81,8 +82,6 @@ protected:
                 if (p[i] < bL[i] || p[i] > bU[i]) return false;
         return true;
     }
-    std::istringstream in;
-    std::ostringstream out;
     Recorder recorder;
     SearchTrace* previous = nullptr;
     BqnRun r;

@@ -2,6 +2,7 @@
 // through the trace: the path of a sweep, one variable makes exactly one
 // search, a sweep that gains nothing ends the run, each search starts with
 // one step xStep(j), and no evaluation budget is consulted.
+#include "support/terminal_test.h"
 #include "methods/coordinate_descent.h"
 #include "methods/linear_search.h"
 #include "core/e4dataset.h"
@@ -38,7 +39,7 @@ struct Recorder : SearchTrace {
     }
 };
 
-class CoordinateDescent : public ::testing::Test {
+class CoordinateDescent : public TerminalTest {
 protected:
     void SetUp() override { prepare(kQuadratic); }
     void TearDown() override {
@@ -48,10 +49,10 @@ protected:
     // Problem 8 loaded with `replies`, started at (0, 0), ready for method 14.
     void prepare(const char* replies) {
         resetProgramState();
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         sysinf.MODEE4 = 0;
-        in.str(replies);
-        in.clear();
+        in_.str(replies);
+        in_.clear();
         E4DataSetRecord& d = E4DataSet;
         d.iStat(row::messageLevel) = 1;
         d.iStat(row::problemCode) = 8;
@@ -65,15 +66,13 @@ protected:
         seen.records.clear();
         seen.points.clear();
         setTraceObserver(&seen);
-        out.str("");
+        out_.str("");
     }
     int run() {
         int flag = -1;
         E4CDM1(flag);
         return flag;
     }
-    std::istringstream in;
-    std::ostringstream out;
     Recorder seen;
 };
 

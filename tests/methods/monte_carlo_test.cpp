@@ -1,6 +1,7 @@
 // The Monte-Carlo search on a bowl started at its minimum, where every
 // random step goes uphill: what is taken strictly, what thermally, and
 // when the search refuses to start.
+#include "support/terminal_test.h"
 #include "methods/monte_carlo.h"
 #include "app/module_registry.h"
 #include "core/e4dataset.h"
@@ -35,12 +36,12 @@ struct Recorder : SearchTrace {
     }
 };
 
-class MonteCarlo : public ::testing::Test {
+class MonteCarlo : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
         setUserFunction(bowl);
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         recorder = Recorder{};
         setTraceObserver(&recorder);
         E4DataSetRecord& d = E4DataSet;
@@ -49,7 +50,7 @@ protected:
         d.iStat(row::fSet) = d.iStat(row::deviatSet) = d.iStat(row::messageLevel) = 1;
         d.iStat(row::methodRunning) = 16;
         d.deviat.fill(0.5);
-        out.str("");
+        out_.str("");
     }
     void TearDown() override {
         setTraceObserver(nullptr);
@@ -62,8 +63,6 @@ protected:
         E4MCM1(flag);
         return flag;
     }
-    std::istringstream in;
-    std::ostringstream out;
     Recorder recorder;
 };
 
@@ -77,7 +76,7 @@ TEST_F(MonteCarlo, StrictOrThermalAcceptanceByTheTemperatureFlag) {
     EXPECT_EQ(run(40), 0);
     EXPECT_EQ(E4DataSet.fEnd, 0.0);
     EXPECT_EQ(E4DataSet.xEnd(1), 0.0);
-    EXPECT_NE(out.str().find(kNoBetter), std::string::npos) << out.str();
+    EXPECT_NE(out_.str().find(kNoBetter), std::string::npos) << out_.str();
 
     SetUp();
     E4DataSetRecord& d = E4DataSet;
@@ -89,8 +88,8 @@ TEST_F(MonteCarlo, StrictOrThermalAcceptanceByTheTemperatureFlag) {
     EXPECT_GT(d.fEnd, 0.0);
     EXPECT_EQ(d.temper, 0.390625);
     EXPECT_EQ(recorder.temperatures, 8);
-    EXPECT_NE(out.str().find(" E4MCM1 -s- "), std::string::npos);
-    EXPECT_EQ(out.str().find("no better point"), std::string::npos);
+    EXPECT_NE(out_.str().find(" E4MCM1 -s- "), std::string::npos);
+    EXPECT_EQ(out_.str().find("no better point"), std::string::npos);
 }
 
 TEST_F(MonteCarlo, MissingTriesOrDeviatesEndsWithFlagOne) {
@@ -99,7 +98,7 @@ TEST_F(MonteCarlo, MissingTriesOrDeviatesEndsWithFlagOne) {
         E4DataSet.iStat(row::deviatSet) = missing != row::deviatSet;
         EXPECT_EQ(run(missing == row::maxNFE ? 0 : 40), 1) << missing;
         EXPECT_EQ(E4DataSet.iStat(row::functionEvaluations), 1) << missing;
-        EXPECT_EQ(out.str(), "") << missing;
+        EXPECT_EQ(out_.str(), "") << missing;
     }
 }
 

@@ -1,6 +1,7 @@
 // The downhill simplex search on test problems: convergence from the
 // standard starts, the stop rule and its texts, CONTINUE on the stored
 // simplex, and a simplex with no free variable.
+#include "support/terminal_test.h"
 #include "methods/simplex_search.h"
 #include "app/module_registry.h"
 #include "objective/user_function.h"
@@ -18,12 +19,12 @@
 
 namespace {
 
-class Simplex : public ::testing::Test {
+class Simplex : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
         resetSimplexSearch();
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         sysinf.MODEE4 = 1;  // the test problems take their defaults
     }
     void TearDown() override { unit::resetUnits(); }
@@ -48,15 +49,13 @@ protected:
         E04DSMNM(flag);
         return flag;
     }
-    std::istringstream in;
-    std::ostringstream out;
 };
 
 TEST_F(Simplex, EndReportSaysWhyTheSearchStopped) {
     select(1, 0.5, 1e-14, 4000);
     E4DataSet.iStat(row::messageLevel) = 1;
     run();
-    std::string text = out.str();
+    std::string text = out_.str();
     EXPECT_NE(text.find(" E04DSM --- information at the start of the search:\n"), std::string::npos);
     EXPECT_NE(text.find(" E04DSMNM --- |# succ. | NFE rem.|      f      |  deltaf  |\n"),
               std::string::npos);
@@ -69,7 +68,7 @@ TEST_F(Simplex, SpendingTheBudgetIsReported) {
     select(1, 0.5, 1e-30, 60);
     E4DataSet.iStat(row::messageLevel) = 1;
     run();
-    std::string text = out.str();
+    std::string text = out_.str();
     EXPECT_NE(text.find("              exceeded number of function evaluations.\n"), std::string::npos);
     // The test is made once per pass, so the last pass may overshoot.
     EXPECT_GT(E4DataSet.iStat(row::functionEvaluations), 1 + 60);
@@ -82,10 +81,10 @@ TEST_F(Simplex, ContinueGoesOnWithTheStoredSimplex) {
     int evaluations = E4DataSet.iStat(row::functionEvaluations);
     E4DataSet.iStat(row::computationMode) = 1;  // CONTINUE with the same method
     E4DataSet.iStat(row::messageLevel) = 1;
-    out.str("");
+    out_.str("");
     run();
     // The first row of the table shows the stored best value.
-    std::string text = out.str();
+    std::string text = out_.str();
     EXPECT_EQ(text.find("information at the start"), std::string::npos);
     std::size_t row = text.find("              |       0|");
     ASSERT_NE(row, std::string::npos) << text;

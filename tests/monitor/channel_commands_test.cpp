@@ -1,6 +1,7 @@
 // Tests of Z1ACS1 and the OPEN, CLOSE handlers: channels, flags and file
 // names, the banner of a data-writing file, the questions and the failure
 // texts, and the first command taken from the key "/C=name".
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "monitor/channel_commands.h"
 #include "core/e4dataset.h"
@@ -18,11 +19,10 @@
 
 namespace {
 
-class ChannelCommands : public ::testing::Test {
+class ChannelCommands : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
-        unit::setTerminal(&in_, &out_);
+        TerminalTest::SetUp();
         home_ = std::filesystem::current_path();
         dir_ = freshFolder("channels");
         std::filesystem::current_path(dir_);
@@ -40,18 +40,11 @@ protected:
         Z1ACS1(words_.data(), 0, d.iStat(row::commandFileOpen), d.iStat(row::dataFileOpen), d.iStat(row::outputFileOpen), status);
         return status;
     }
-    std::string output() {
-        std::string text = out_.str();
-        out_.str("");
-        return text;
-    }
     static std::string text(const std::string& path) {
         std::ifstream in(path);
         return std::string((std::istreambuf_iterator<char>(in)), {});
     }
     std::array<std::string, 6> words_;
-    std::istringstream in_;
-    std::ostringstream out_;
     std::filesystem::path home_;
     std::string dir_;
 };

@@ -1,6 +1,7 @@
 // Walks the help file data/zemok.hlp: every section the program asks for
 // is there, is found by I05FCBD1 and has a body; NAMES lists every
 // parameter of LOAD and TEST-LIST every test problem.
+#include "support/terminal_test.h"
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
 #include "platform/units.h"
@@ -36,13 +37,11 @@ std::vector<std::string> fileLines() {
     return lines;
 }
 
-class HelpFile : public ::testing::Test {
+class HelpFile : public TerminalTest {
 protected:
     void SetUp() override {
-        unit::resetUnits();
-        resetSysinf();
+        TerminalTest::SetUp();
         sysinf.screenH = 1000;  // no pauses
-        unit::setTerminal(&in_, &out_);
     }
     void TearDown() override { unit::resetUnits(); }
     std::string section(const std::string& name, std::string_view prefix = kCommandHelpPrefix) {
@@ -52,8 +51,6 @@ protected:
         EXPECT_EQ(status, 0) << name;
         return out_.str();
     }
-    std::istringstream in_;
-    std::ostringstream out_;
 };
 
 TEST_F(HelpFile, EverySectionTheProgramAsksForHasItsOwnHeader) {

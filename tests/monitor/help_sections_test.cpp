@@ -1,5 +1,6 @@
 // Tests of I05FCBD1 on a small help file: the search of sections, repeated
 // sections, the prefix test, output on a file, page control and failures.
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "monitor/help_sections.h"
 #include "core/sysinf.h"
@@ -33,12 +34,10 @@ const char* kHelpText =
 
 const std::string kPause = " ===> Enter \"E\" to quit or press CR for more information: ";
 
-class HelpSections : public ::testing::Test {
+class HelpSections : public TerminalTest {
 protected:
     void SetUp() override {
-        unit::resetUnits();
-        resetSysinf();
-        unit::setTerminal(&in_, &out_);
+        TerminalTest::SetUp();
         dir_ = freshFolder("help");
         helpFile_ = dir_ + "/test.hlp";
         std::ofstream(helpFile_) << kHelpText;
@@ -54,13 +53,6 @@ protected:
         I05FCBD1(kHelpFileChannel, out, helpFile_, prefix, section, status);
         return status;
     }
-    std::string output() {
-        std::string text = out_.str();
-        out_.str("");
-        return text;
-    }
-    std::istringstream in_;
-    std::ostringstream out_;
     std::string dir_;
     std::string helpFile_;
 };

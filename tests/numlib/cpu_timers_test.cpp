@@ -1,5 +1,6 @@
 // Tests of the CPU timers: the bank of 99 timers driven by a clock of known
 // times, the refused numbers, and the " CPU time used:" line.
+#include "support/terminal_test.h"
 #include "numlib/cpu_timers.h"
 
 #include "platform/units.h"
@@ -13,25 +14,18 @@ namespace {
 double fakeNow = 0;
 double fakeClock() { return fakeNow; }
 
-class CpuTimersTest : public ::testing::Test {
+class CpuTimersTest : public TerminalTest {
 protected:
     void SetUp() override {
-        unit::resetUnits();
+        TerminalTest::SetUp();
         resetCpuTimers();
         setCpuClock(&fakeClock);
         fakeNow = 10.0;
-        unit::setTerminal(nullptr, &out_);
     }
     void TearDown() override {
         resetCpuTimers();
         unit::resetUnits();
     }
-    std::string output() {
-        std::string s = out_.str();
-        out_.str("");
-        return s;
-    }
-    std::ostringstream out_;
 };
 
 TEST_F(CpuTimersTest, FirstReadStartsTheTimerAndLaterReadsGiveTheTime) {

@@ -2,6 +2,7 @@
 // that every table, every step and every trace line can be worked out, on a
 // smooth user function with deterministic pseudo-random noise of a chosen
 // size, and on the constant test function.
+#include "support/terminal_test.h"
 #include "core/e4dataset.h"
 #include "monitor/monitor.h"
 #include "core/sysinf.h"
@@ -98,7 +99,7 @@ static double scriptedUserf(double* x) {
 
 namespace {
 
-class ScriptedNoise : public ::testing::Test {
+class ScriptedNoise : public TerminalTest {
 protected:
     void SetUp() override { restart(); }
     void TearDown() override {
@@ -108,8 +109,8 @@ protected:
     void restart() {
         resetProgramState();
         setUserFunction(scriptedUserf);
-        out.str("");
-        unit::setTerminal(&in, &out);
+        out_.str("");
+        unit::setTerminal(&in_, &out_);
         sysinf.MODEE4 = 1;
         script = Script{};
     }
@@ -119,7 +120,7 @@ protected:
         E4DataSet.iStat(row::problemCode) = 20;
         E4DataSet.fStart = E4FUN1(E4DataSet.xStart);
         E4DataSet.iStat(row::messageLevel) = level;
-        out.str("");
+        out_.str("");
     }
     // Selects a problem as PROBLEM does, quietly: the first evaluation at xStart.
     void choose(int code) {
@@ -135,8 +136,6 @@ protected:
         E4ERR1(E4DataSet.xStart.data(), E4DataSet.fStart, err, "TEST");
         return err;
     }
-    std::istringstream in;
-    std::ostringstream out;
 };
 
 // f = 0 at x = 0; the probes give 0 (step times 11), 0.5 (times 0.07) and
@@ -216,7 +215,7 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
         restart();
         play(kTranscriptScript, level);
         EXPECT_EQ(estimate(), 0);
-        EXPECT_EQ(out.str(), expected) << "level " << level;
+        EXPECT_EQ(out_.str(), expected) << "level " << level;
         const E4DataSetRecord& d = E4DataSet;
         EXPECT_EQ(d.iStat(row::functionEvaluations), 16);
         EXPECT_DOUBLE_EQ(d.FrlErr, 2 * u / std::sqrt(6.0));
@@ -239,7 +238,7 @@ TEST_F(ScriptedNoise, TranscriptAtLevelsOneFourAndSix) {
 TEST_F(ScriptedNoise, ZeroColumnTakesTheFallbackAndListsTheTable) {
     play(inUnits({0, 13, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12}), 1);
     EXPECT_EQ(estimate(), 1);
-    EXPECT_EQ(out.str(),
+    EXPECT_EQ(out_.str(),
               " E4ERR1 -W- Zero norm of 3-th column of differences table.\n"
               "            ERROR ESTIMATING WAS FAILED TO FOUND.\n"
               "            Return with the value               2.220446E-16\n"
@@ -273,7 +272,7 @@ TEST_F(ScriptedNoise, StepBelowRminGivesUpWithoutTable) {
     script.jump = true;
     play({0.0}, 1);
     EXPECT_EQ(estimate(), 1);
-    const std::string text = out.str();
+    const std::string text = out_.str();
     auto count = [&text](const std::string& what) {
         int n = 0;
         for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++n;
@@ -347,7 +346,7 @@ TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
     int err = -1;
     E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
     EXPECT_EQ(err, 0);
-    EXPECT_EQ(out.str(),
+    EXPECT_EQ(out_.str(),
               " E4TOL1 --- Relative function tolerance has been\n"
               "            estimated as  1.000000E-08\n"
               " E4TOL1 --- relative argument tolerance has been\n"
@@ -368,12 +367,12 @@ TEST_F(ScriptedNoise, TolerancesFromALoadedNoise) {
     EXPECT_EQ(d.iStat(row::functionEvaluations), 1);  // nothing evaluated
 
     // Multiplier switch on: both tolerances times tolScl + 1.
-    out.str("");
+    out_.str("");
     d.iStat(row::messageLevel) = 6;
     d.iStat(row::tolMultiplierSwitch) = 1;
     d.tolScl = 9.0;
     E4TOL1(d.xStart.data(), d.fStart, xTol.data(), fTol, err, "TEST");
-    EXPECT_EQ(out.str(),
+    EXPECT_EQ(out_.str(),
               " E4TOL1 --- Estimated absolute tolerances have been multiplied\n"
               "            by the factor 9.000000    \n"
               "            absolute function tolerance:  3.000000E-07\n"

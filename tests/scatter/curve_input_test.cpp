@@ -1,5 +1,6 @@
 // Tests of the curve input: LOADATF on text files, TAVREAD on frame sets,
 // and the whole dialogue of loadMeasuredCurve with its refusals.
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "scatter/measured_curve.h"
 
@@ -25,14 +26,13 @@ namespace {
 const std::string kData = ZEMOK_TEST_DATA;
 const std::string kSample = std::string(ZEMOK_SOURCE_DIR) + "/examples/sample-data/";
 
-class CurveInputTest : public ::testing::Test {
+class CurveInputTest : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
+        TerminalTest::SetUp();
         resetMeasuredCurve();
         // Short: the file questions hold names of 60 characters.
         dir_ = freshFolder("ci");
-        unit::setTerminal(&in_, &out_);
     }
     void TearDown() override {
         if (HasFailure()) std::cerr << "Console:\n" << out_.str();
@@ -75,8 +75,6 @@ protected:
     }
 
     std::filesystem::path dir_;
-    std::istringstream in_;
-    std::ostringstream out_;
     int status_ = 0;
 };
 

@@ -1,5 +1,6 @@
 // Tests of the curve tools: SORTMER sorting and merging, MINMAX, CURVECUT,
 // JOINPTS grouping, and the multipliers of the angular units table.
+#include "support/terminal_test.h"
 #include "scatter/measured_curve.h"
 
 #include "monitor/monitor.h"
@@ -12,16 +13,13 @@
 
 namespace {
 
-class CurveToolsTest : public ::testing::Test {
+class CurveToolsTest : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
+        TerminalTest::SetUp();
         resetMeasuredCurve();
-        unit::setTerminal(&in_, &out_);
     }
     void TearDown() override { unit::resetUnits(); }
-    std::istringstream in_;
-    std::ostringstream out_;
 };
 
 TEST_F(CurveToolsTest, SortmerSortsAndMergesEqualAbscissae) {

@@ -1,5 +1,6 @@
 // Tests of the plot layer and the picture of a fit: tick rule, label field,
 // scale exponent, window and viewport, curves, texts, limits and the SVG.
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "platform/svg_canvas.h"
 #include "platform/units.h"
@@ -19,20 +20,17 @@
 
 namespace {
 
-class PlotLayerTest : public ::testing::Test {
+class PlotLayerTest : public TerminalTest {
 protected:
     void SetUp() override {
-        unit::resetUnits();
+        TerminalTest::SetUp();
         resetPlotLayer();
         resetFitPicture();
-        unit::setTerminal(&in_, &out_);
     }
     void TearDown() override {
         unit::resetUnits();
         resetPlotLayer();
     }
-    std::istringstream in_;
-    std::ostringstream out_;
 };
 
 std::vector<double> ticksOf(const TickList& t) {

@@ -1,6 +1,7 @@
 // The result files of the fit written from a fixed model and curve, whole and
 // byte for byte: .pam, .str, .fit, .csv, the log, the table on the terminal, the
 // picture beside them, and the fixed names of a TEST run.
+#include "support/terminal_test.h"
 #include "support/temp_folder.h"
 #include "monitor/monitor.h"
 #include "platform/units.h"
@@ -62,14 +63,14 @@ const std::string kSigma = "      1.2346";  // F12.4
 const std::string kRowsWithSigma =
     kCyl + kSigma + "\n" + kSph + kSigma + "\n" + kDmb + kSigma + "\n" + kEll + kSigma + "\n";
 
-class ResultFilesTest : public ::testing::Test {
+class ResultFilesTest : public TerminalTest {
 protected:
     void SetUp() override {
         resetProgramState();
         home = fs::current_path();
         dir = freshFolder("rf");
         fs::current_path(dir);
-        unit::setTerminal(&in, &out);
+        unit::setTerminal(&in_, &out_);
         fixedModel();
     }
     void TearDown() override {
@@ -84,8 +85,6 @@ protected:
         ss << f.rdbuf();
         return ss.str();
     }
-    std::istringstream in;
-    std::ostringstream out;
     fs::path home, dir;
 };
 
@@ -163,7 +162,7 @@ TEST_F(ResultFilesTest, CsvHoldsNamedColumnsInPlainENotation) {
     fitCurve.dataName = "fixed.csv";
     writeCsvFile();
     EXPECT_EQ(text("fixed.csv"), "0.01 100 2.5\n");
-    EXPECT_EQ(out.str(), " VARDENE --E- \"fixed.csv\" is an input of this fit: it is not overwritten.\n");
+    EXPECT_EQ(out_.str(), " VARDENE --E- \"fixed.csv\" is an input of this fit: it is not overwritten.\n");
 }
 
 TEST_F(ResultFilesTest, LogHeaderOnceThenOneSetOfRowsPerCall) {

@@ -1,5 +1,6 @@
 // Tests of the error estimate: the window sizes of ERREST, the moving cubic
 // SMOERR on exact cubics and its propagated error, the runs-test outcomes.
+#include "support/terminal_test.h"
 #include "scatter/measured_curve.h"
 
 #include "monitor/monitor.h"
@@ -14,16 +15,13 @@
 
 namespace {
 
-class SmoothingTest : public ::testing::Test {
+class SmoothingTest : public TerminalTest {
 protected:
     void SetUp() override {
-        resetProgramState();
-        unit::setTerminal(&in_, &out_);
+        TerminalTest::SetUp();
     }
     void TearDown() override { unit::resetUnits(); }
     bool said(const std::string& text) const { return out_.str().find(text) != std::string::npos; }
-    std::istringstream in_;
-    std::ostringstream out_;
 };
 
 TEST_F(SmoothingTest, CubicIsReproducedInEveryWindow) {
