@@ -1,4 +1,4 @@
-// The console layer: the layout of a prompt, reading a reply with comments
+// The console layer: the prompt without a screen width, reading a reply with comments
 // and defaults, the message writers and the channel convention.
 #include "support/terminal_test.h"
 #include "support/temp_folder.h"
@@ -27,34 +27,6 @@ protected:
         in_.clear();
     }
 };
-
-TEST_F(Console, PromptIsDottedUpToTheCursorColumn) {
-    I05ASK("Enter the format code", 60);
-    // 1 blank, the text, a blank, dots up to column 58, ": " in 59 and 60.
-    std::string expected = " Enter the format code " + std::string(35, '.') + ": ";
-    EXPECT_EQ(out_.str(), expected);
-    EXPECT_EQ(out_.str().find(':'), 58u);  // the colon stands in column 59
-}
-
-TEST_F(Console, PromptLongerThanTheCursorIsNotDotted) {
-    std::string text(65, 'x');
-    I05ASK(text, 60);
-    EXPECT_EQ(out_.str(), " " + text + ": ");
-    out_.str("");
-    I05ASK("ZEMOK", 0);
-    EXPECT_EQ(out_.str(), " ZEMOK: ");
-    out_.str("");
-    I05ASK("", 3);  // nothing to show and no room for dots
-    EXPECT_EQ(out_.str(), " : ");
-}
-
-TEST_F(Console, PromptOneShortOfTheDotsGetsOnlyTheBlank) {
-    I05ASK("abcdef", 10);  // L + 4 = C: a blank, no dots
-    EXPECT_EQ(out_.str(), " abcdef : ");
-    out_.str("");
-    I05ASK("abcdefg", 10);  // L + 3 = C: nothing added
-    EXPECT_EQ(out_.str(), " abcdefg: ");
-}
 
 TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
     sysinf.screenW = 0;

@@ -1,6 +1,7 @@
-// Dialogue prompts and listings: the layout of a question with a default,
-// the yes/no loop, questions for one number, and the array writers.
+// Dialogue prompts: the layouts of the prompt line, the yes/no loop and the
+// questions for one number.
 #include "textfile/prompts.h"
+#include "core/console_layer.h"
 
 #include "monitor/monitor.h"
 #include "support/terminal_test.h"
@@ -24,28 +25,45 @@ protected:
     }
 };
 
-TEST_F(Prompts, DefaultStandsInAngleBracketsBeforeTheColonInColumnCursorMinusOne) {
-    I05ASKD("Number of variables", "5", 60);
-    // text in 2..20, blank, dots 22..52, blank, "< 5 >" in 54..58, ":" in 59.
-    std::string shown = output();
-    EXPECT_EQ(shown, " Number of variables " + std::string(31, '.') + " < 5 >: ");
-    EXPECT_EQ(shown.find(':'), 58u);
-    I05ASKD("File name", "    ", 20);  // no default: one blank before the colon
-    EXPECT_EQ(output(), " File name ...... : ");
-    I05ASKD("Continue? [ Y / N ]", "Yes", 0);  // longer than the cursor: no dots
-    EXPECT_EQ(output(), " Continue? [ Y / N ] < Yes >: ");
+// Every prompt layout in one table: I05ASK (no default) and I05ASKD.  A
+// blank, the text, a blank, dots so that ": " stands in columns C - 1 and C;
+// a default stands in "< >" before the colon; a text longer than the cursor
+// gets no dots, one just short gets only the blank; a long default is cut
+// at the right after the text gave way.
+TEST_F(Prompts, LayoutsOfThePromptLine) {
+    const std::string d70(70, 'd'), d100(100, 'd');
+    const struct {
+        std::string text;
+        const char* deflt;  // nullptr: I05ASK
+        int cursor;
+        std::string shown;
+    } rows[] = {
+        {"Enter the format code", nullptr, 60, " Enter the format code " + std::string(35, '.') + ": "},
+        {std::string(65, 'x'), nullptr, 60, " " + std::string(65, 'x') + ": "},
+        {"ZEMOK", nullptr, 0, " ZEMOK: "},
+        {"", nullptr, 3, " : "},
+        {"abcdef", nullptr, 10, " abcdef : "},   // L + 4 = C: a blank, no dots
+        {"abcdefg", nullptr, 10, " abcdefg: "},  // L + 3 = C: nothing added
+        {"Number of variables", "5", 60, " Number of variables " + std::string(31, '.') + " < 5 >: "},
+        {"File name", "    ", 20, " File name ...... : "},  // no default: one blank before the colon
+        {"Continue? [ Y / N ]", "Yes", 0, " Continue? [ Y / N ] < Yes >: "},
+        {"Q", d100.c_str(), 60, " < " + std::string(74, 'd') + ": "},  // the line ends at 76
+    };
+    for (const auto& r : rows) {
+        if (r.deflt == nullptr) I05ASK(r.text, r.cursor);
+        else I05ASKD(r.text, r.deflt, r.cursor);
+        const std::string shown = output();
+        EXPECT_EQ(shown, r.shown) << r.text;
+        if (r.cursor == 60 && shown.size() < 62) {
+            EXPECT_EQ(shown.find(':'), 58u) << r.text;  // the colon stands in column 59
+        }
+    }
     EXPECT_EQ(composeDefaultQuestion("Tol", "1.0e-6", 30), "Tol ............ < 1.0e-6 >");
     EXPECT_EQ(composeDefaultQuestion("", "7", 12), " .. < 7 >");
-}
-
-TEST_F(Prompts, ALongDefaultIsCutAtTheRightAfterTheTextGaveWay) {
-    // 70 characters of default: the field is 74 wide, the text keeps 79 - 1 - 74.
-    std::string d70(70, 'd');
+    // 70 characters of default: the field is 74 wide, the text keeps 79 - 1 - 74;
+    // 100: the default keeps 76 and the field fills all 80 columns.
     EXPECT_EQ(composeDefaultQuestion("Question", d70, 60), "Ques < " + d70 + " >");
-    // 100 characters: the default keeps 76, the field fills all 80 columns.
-    EXPECT_EQ(composeDefaultQuestion("Q", std::string(100, 'd'), 60), "< " + std::string(76, 'd') + " >");
-    I05ASKD("Q", std::string(100, 'd'), 60);  // and the prompt line ends at 76
-    EXPECT_EQ(output(), " < " + std::string(74, 'd') + ": ");
+    EXPECT_EQ(composeDefaultQuestion("Q", d100, 60), "< " + std::string(76, 'd') + " >");
 }
 
 TEST_F(Prompts, YesNoRepeatsUntilTheReplyBeginsWithYOrN) {
