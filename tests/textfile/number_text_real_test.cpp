@@ -67,65 +67,43 @@ TEST_F(RealToTextTest, ExampleTableWithFiveDecimals) {
     EXPECT_EQ(output(), "");
 }
 
-TEST_F(RealToTextTest, ZeroForms) {
-    EXPECT_EQ(text(0.0, 1, 3, 0), " 0.000e+000");
-    EXPECT_EQ(text(0.0, 2, 3, 0), " 00.000e+000");
-    EXPECT_EQ(text(0.0, 0, 2, 0), " .00e+000");
-    EXPECT_EQ(text(0.0, 1, 3, 1), "0.0");
-    EXPECT_EQ(text(0.0, 0, 3, 1), ".0");
-    EXPECT_EQ(text(0.0, 1, 0, 1), "0.");
-    EXPECT_EQ(text(0.0, 1, 3, 2), "0.000");
-    EXPECT_EQ(text(0.0, 3, 1, 3), "0.0");  // one "0" whatever nInt is
-    EXPECT_EQ(text(0.0, 0, 2, 2), ".00");
-    EXPECT_EQ(text(0.0, 1, 3, -1), "0");
-    EXPECT_EQ(text(0.0, 1, 3, -2), "0");
-    EXPECT_EQ(text(-0.0, 1, 3, -3), "0");
-    // Below the smallest normal number everything is zero.
-    EXPECT_EQ(text(std::ldexp(1.0, -1030), 1, 3, 1), "0.0");
-    EXPECT_EQ(text(-1e-39, 1, 3, 0, 40, 1), " 0.000e+00");
-}
-
-TEST_F(RealToTextTest, FixedDecimalsLayout) {
-    EXPECT_EQ(text(3.14159265, 1, 3, 2), "3.142");
-    EXPECT_EQ(text(0.05, 1, 3, 2), "0.050");
-    EXPECT_EQ(text(0.5, 1, 3, 2), "0.500");
-    EXPECT_EQ(text(0.5, 1, 3, -2), "0.5");
-    EXPECT_EQ(text(3.0, 1, 5, -2), "3");
-    // 0.0006 has no digit within three decimals until the rounding brings one.
-    const Shown up = real(0.0006, 1, 3, 2);
-    EXPECT_EQ(up.text, "0.001");
-    EXPECT_EQ(up.err, 0);
-    const Shown lost = real(0.0001, 1, 3, 2);
-    EXPECT_EQ(lost.text, "0.000");
-    EXPECT_EQ(lost.err, -3);
-    // No digit at all with one integer place and no decimals.
-    const Shown point = real(0.3, 1, 0, 2);
-    EXPECT_EQ(point.text, "0.");
-    EXPECT_EQ(point.err, 4);
-    EXPECT_EQ(text(0.6, 1, 0, 2), "1.");
-    // A carry that makes a new integer digit keeps three decimals.
-    EXPECT_EQ(text(9.9996, 2, 3, 2), "10.000");
-}
-
-TEST_F(RealToTextTest, FixedLayoutOverflowFillsTheFieldWithStars) {
-    const Shown s = real(12345.0, 3, 1, 2);
-    EXPECT_EQ(s.text, "******");
-    EXPECT_EQ(s.err, -4);
-    EXPECT_EQ(text(-12345.0, 3, 1, 2), "-*****");
-    // The carry of 9.9996 needs a second integer digit that nInt 1 lacks.
-    EXPECT_EQ(real(9.9996, 1, 3, 2).err, -4);
-    EXPECT_EQ(real(12.5, 1, 3, 3).text, "******");
-}
-
-TEST_F(RealToTextTest, RoundingThresholdAndRemainderRule) {
-    // Below S digits the last digit goes up from a remainder of 0.45 on.
-    EXPECT_EQ(text(0.99996, 1, 3, 1), "1.000");
-    EXPECT_EQ(text(1.23446, 1, 3, 1), "1.235");
-    EXPECT_EQ(text(1.23444, 1, 3, 1), "1.234");
-    // At S digits (7 for type 1) the remainder counts only from 0.7 on.
-    EXPECT_EQ(text(1.2345675, 1, 5, 1, 40, 1), "1.23457");  // six digits: 0.75 rounds
-    EXPECT_EQ(text(1.2345675, 1, 6, 1, 40, 1), "1.234567");  // seven: 0.5 is dropped
-    EXPECT_EQ(text(1.2345678, 1, 6, 1, 40, 1), "1.234568");  // seven: 0.8 rounds
+// Every layout of R02R2C1 in one table: the zero forms (one "0" whatever nInt
+// is for fmt 3; below the smallest normal number everything is zero), fixed
+// decimals with the rounding that brings a digit, a lost value (err -3), no
+// digit at all (err 4), a carry into a new integer digit, an overflow of the
+// field filled with stars (err -4), and the rounding threshold: below S
+// digits the last digit goes up from a remainder of 0.45, at S digits (7 for
+// type 1) only from 0.7.
+TEST_F(RealToTextTest, LayoutsOfOneRealNumber) {
+    const struct {
+        double v;
+        int nInt, nFrac, fmt, type;
+        const char* text;
+        int err;
+    } rows[] = {
+        {0.0, 1, 3, 0, 2, " 0.000e+000", 0},   {0.0, 2, 3, 0, 2, " 00.000e+000", 0},
+        {0.0, 0, 2, 0, 2, " .00e+000", 0},     {0.0, 1, 3, 1, 2, "0.0", 0},
+        {0.0, 0, 3, 1, 2, ".0", 0},            {0.0, 1, 0, 1, 2, "0.", 0},
+        {0.0, 1, 3, 2, 2, "0.000", 0},         {0.0, 3, 1, 3, 2, "0.0", 0},
+        {0.0, 0, 2, 2, 2, ".00", 0},           {0.0, 1, 3, -1, 2, "0", 0},
+        {0.0, 1, 3, -2, 2, "0", 0},            {-0.0, 1, 3, -3, 2, "0", 0},
+        {std::ldexp(1.0, -1030), 1, 3, 1, 2, "0.0", 0}, {-1e-39, 1, 3, 0, 1, " 0.000e+00", 0},
+        {3.14159265, 1, 3, 2, 2, "3.142", 0},  {0.05, 1, 3, 2, 2, "0.050", 0},
+        {0.5, 1, 3, 2, 2, "0.500", 0},         {0.5, 1, 3, -2, 2, "0.5", 0},
+        {3.0, 1, 5, -2, 2, "3", 0},            {0.0006, 1, 3, 2, 2, "0.001", 0},
+        {0.0001, 1, 3, 2, 2, "0.000", -3},     {0.3, 1, 0, 2, 2, "0.", 4},
+        {0.6, 1, 0, 2, 2, "1.", 0},            {9.9996, 2, 3, 2, 2, "10.000", 0},
+        {12345.0, 3, 1, 2, 2, "******", -4},   {-12345.0, 3, 1, 2, 2, "-*****", -4},
+        {9.9996, 1, 3, 2, 2, "******", -4},    {12.5, 1, 3, 3, 2, "******", -4},
+        {0.99996, 1, 3, 1, 2, "1.000", 0},     {1.23446, 1, 3, 1, 2, "1.235", 0},
+        {1.23444, 1, 3, 1, 2, "1.234", 0},     {1.2345675, 1, 5, 1, 1, "1.23457", 0},
+        {1.2345675, 1, 6, 1, 1, "1.234567", 0}, {1.2345678, 1, 6, 1, 1, "1.234568", 0},
+    };
+    for (const auto& r : rows) {
+        const Shown s = real(r.v, r.nInt, r.nFrac, r.fmt, 40, r.type);
+        EXPECT_EQ(s.text, r.text) << r.v << " " << r.nInt << " " << r.nFrac << " " << r.fmt;
+        EXPECT_EQ(s.err, r.err) << r.v << " " << r.nInt << " " << r.nFrac << " " << r.fmt;
+    }
 }
 
 // ---- wrappers and integers ---------------------------------------------------
