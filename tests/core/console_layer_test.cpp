@@ -15,18 +15,7 @@
 
 namespace {
 
-class Console : public TerminalTest {
-protected:
-    void SetUp() override {
-        resetProgramState();
-        unit::setTerminal(&in_, &out_);
-    }
-    void TearDown() override { unit::resetUnits(); }
-    void type(const std::string& text) {
-        in_.str(text);
-        in_.clear();
-    }
-};
+class Console : public TerminalTest {};
 
 TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
     sysinf.screenW = 0;
@@ -39,7 +28,7 @@ TEST_F(Console, PromptWithAnUnfilledScreenWidthWarnsAndUsesSixty) {
 }
 
 TEST_F(Console, ReplyIsCutAtItsFirstCommentCharacter) {
-    type("abc ! comment\n! all comment\n  x#y\n");
+    feed("abc ! comment\n! all comment\n  x#y\n");
     std::string line(80, '?');
     int len = -1, status = -1;
     I05RSL(5, line, len, "!#~ ", status);
@@ -56,7 +45,7 @@ TEST_F(Console, ReplyIsCutAtItsFirstCommentCharacter) {
 }
 
 TEST_F(Console, EmptyReplyKeepsTheDefault) {
-    type("\nnew\n");
+    feed("\nnew\n");
     std::string line = "old" + std::string(29, ' ');
     int len = 0, status = 0;
     I05RSLD(5, line, len, "!", status);
